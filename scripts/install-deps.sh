@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Installs what Rigstage builds, tests and runs with on Debian 12. Does nothing when all is there.
+set -euo pipefail
+
+packages=(
+  # compiler and build
+  g++ cmake ninja-build ccache pkg-config git ca-certificates
+  # libraries
+  nlohmann-json3-dev qtbase5-dev
+  # tests
+  libgtest-dev libgmock-dev
+  # benchmarks and their peers
+  libbenchmark-dev libpugixml-dev libeigen3-dev zlib1g-dev libmodpbase64-dev
+)
+
+missing=()
+for package in "${packages[@]}"; do
+  status=$(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || true)
+  [[ $status == "install ok installed" ]] || missing+=("$package")
+done
+[[ ${#missing[@]} -eq 0 ]] && exit 0
+
+echo "Installing: ${missing[*]}"
+sudo=()
+if [[ $(id -u) -ne 0 ]]; then
+  command -v sudo >/dev/null || { echo "These packages are missing and need root: ${missing[*]}" >&2; exit 1; }
+  sudo=(sudo)
+fi
+export DEBIAN_FRONTEND=noninteractive
+"${sudo[@]}" apt-get update -q
+"${sudo[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"
