@@ -160,6 +160,7 @@ public:
 private:
     void chooseIcon();
     void add(configadaptor::Node* item);
+    void addLabelItem(const std::string& text, std::int32_t style);
     void addLiveInput(const std::string& label, std::uint32_t itemId);
     unidevice::Control* makeOutput(const OutputRequest& request);
     void handMasterNode(XmlSink& sink);
