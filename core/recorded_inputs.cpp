@@ -7,19 +7,40 @@ namespace tvw::rgs::core {
 using unidevice::Control;
 using unidevice::PropertyHandler;
 
+namespace {
+
+bool hasRecordAt(const AVar_Linear<double>& line, double time)
+{
+    const int nearest = line.find(time);
+    return nearest >= 0 && line.records()[static_cast<std::size_t>(nearest)].time == time;
+}
+
+} // namespace
+
 void RecordedInputs::growTo(int count)
 {
-    if (static_cast<int>(lines_.size()) < count)
-        lines_.resize(static_cast<std::size_t>(count));
+    for (Lines* const lines : {&lines_, &starts_}) {
+        if (static_cast<int>(lines->size()) < count)
+            lines->resize(static_cast<std::size_t>(count));
+    }
 }
 
 void RecordedInputs::startRecording(double time, PropertyHandler& inputs, CInterface& runtime)
 {
     growTo(inputs.count());
     runtime.pushUndo(new CVariableModUndo<Lines>(&lines_));
-    for (auto& line : lines_)
-        line.cutFrom(time);
-    record(time, inputs);
+    runtime.pushUndo(new CVariableModUndo<Lines>(&starts_));
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+        lines_[i].cutBehind(time);
+        starts_[i].cutFrom(time);
+    }
+    for (int i = 0; i < inputs.count(); ++i) {
+        auto& line = lines_[static_cast<std::size_t>(i)];
+        const double raw = inputs.propertyAt(i)->raw();
+        starts_[static_cast<std::size_t>(i)].set(time, raw);
+        if (!hasRecordAt(line, time))
+            line.set(time, raw);
+    }
 }
 
 void RecordedInputs::record(double time, const PropertyHandler& inputs)
@@ -41,6 +62,10 @@ void RecordedInputs::startReplay(double time, PropertyHandler& inputs)
     }
     swapControls(inputs);
     replay(time);
+    for (std::size_t i = 0; i < std::min(temporary_.size(), starts_.size()); ++i) {
+        if (hasRecordAt(starts_[i], time))
+            temporary_[i]->current = starts_[i].get(time);
+    }
 }
 
 void RecordedInputs::replay(double time)

@@ -11,7 +11,9 @@
 namespace tvw::rgs::core {
 
 /// One time line for each input, by the input's place: the value of the bound control at each frame,
-/// before the input's own pipeline, 0 with none bound. Times are seconds.
+/// before the input's own pipeline, 0 with none bound. Beside it one for the values at the starts of
+/// takes: a take that begins in the middle of another starts from its own input, but the frame at that
+/// time is still the older take's. Times are seconds.
 class RecordedInputs
 {
 public:
@@ -19,19 +21,22 @@ public:
 
     // Recording.
 
-    /// Keeps what lies before `time`; the values of the controls now are those at `time`.
+    /// Keeps what lies up to `time`; the values of the controls now are those of the start.
     void startRecording(double time, unidevice::PropertyHandler& inputs, CInterface& runtime);
     void record(double time, const unidevice::PropertyHandler& inputs);
 
     // Playing back.
 
-    /// Binds the inputs to controls of our own, which hold the values at `time`.
+    /// Binds the inputs to controls of our own, which hold the values with which a take began at `time`,
+    /// else those of the frame.
     void startReplay(double time, unidevice::PropertyHandler& inputs);
     void replay(double time);
     void endReplay(unidevice::PropertyHandler& inputs); ///< the real controls are bound again
 
     const Lines& lines() const { return lines_; }
     Lines& lines() { return lines_; }
+    const Lines& starts() const { return starts_; }
+    Lines& starts() { return starts_; }
 
     /// Times of the first and last record of any line; false when there is none.
     bool extent(double& first, double& last) const;
@@ -41,6 +46,7 @@ private:
     void swapControls(unidevice::PropertyHandler& inputs);
 
     Lines lines_;
+    Lines starts_;
     std::vector<std::unique_ptr<unidevice::Control>> temporary_;
     std::vector<unidevice::Control*> bound_; ///< while replaying the real controls, else ours
 };

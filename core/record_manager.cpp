@@ -1,0 +1,355 @@
+#include "core/record_manager.h"
+
+#include "core/adaptor.h"
+#include "core/core_implementation.h"
+#include "core/instance.h"
+#include "core/instance_manager.h"
+#include "unidevice/device_hub.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace tvw::rgs::core {
+
+using unidevice::DeviceHub;
+
+RecordManager::RecordManager(CoreImplementation* core, Clock& clock)
+    : CoreSubSystem(core), clock_(clock)
+{
+    keyHook_.setCallback([this](std::int32_t pressed, bool isDown, unsigned modifiers) {
+        onKey(pressed, isDown, modifiers);
+    });
+}
+
+RecordManager::~RecordManager() { clock_.killTimer(*this, kRunTimer); }
+
+std::int32_t RecordManager::timeToFrame(double time, double step)
+{
+    const auto frame = static_cast<std::int32_t>(std::trunc(time / step));
+    return time < 0.0 && frame * step > time ? frame - 1 : frame;
+}
+
+double RecordManager::frameTime() const { return frame_ * adaptor()->getFrameDuration(); }
+
+// Recording.
+
+int RecordManager::startRecord()
+{
+    if (running_)
+        return kAlreadyRunning;
+    AdaptorInterface& host = *adaptor();
+    CoreImplementation& core = CoreImplementation::instance();
+    if (core.windows().lowPolyOnRecord()) {
+        lowPoly_.note();
+        lowPoly_.setUp(*core.instances().root());
+    }
+    host.beginUndo("Record");
+    running_ = true;
+    TimeRange range;
+    host.getRange(range);
+    start_ = host.getTime();
+    end_ = range.end;
+    frame_ = timeToFrame(start_, host.getFrameDuration());
+    keyHook_.setActive(true);
+    collectInstances();
+    prepareDevices();
+    for (Instance* const instance : instances_)
+        instance->startRun(start_);
+    for (RunObserver* const observer : observers_)
+        observer->runStarted(start_, instances_);
+
+    const int countdown = core.getSettings().startCountdown;
+    firstTick_ = true;
+    countedDown_ = countdown > 0;
+    currentTime_ = start_ - countdown;
+    host.setTimeScale(static_cast<std::int32_t>(std::min(speed_, 1e9)));
+    if (countdown > 0)
+        core.windows().showCountdown(countdown, 0.0);
+    clock_.startTimer(*this, kRunTimer, host.getFrameDuration());
+    core.windows().refreshRunState();
+    return 0;
+}
+
+void RecordManager::collectInstances()
+{
+    const std::vector<Instance*> checked = CoreImplementation::instance().instances().collect(true);
+    std::vector<CInterface*> running(checked.begin(), checked.end());
+    adaptor()->beginRun(running);
+    instances_.clear();
+    for (CInterface* const instance : running)
+        instances_.push_back(static_cast<Instance*>(instance));
+}
+
+/// The devices are read once, so that the tools' first look at their inputs sees the hand's position
+/// and not that of the last run.
+void RecordManager::prepareDevices()
+{
+    DeviceHub& hub = DeviceHub::instance();
+    if (auto* const driver = dynamic_cast<unidevice::WinDriver*>(hub.findDriver("windriver")))
+        driver->setWindow(CoreImplementation::instance().windows().mainWindowHandle());
+    hub.acquireAll();
+    hub.updateAll();
+}
+
+void RecordManager::onTimer(std::int32_t id, std::int64_t elapsedMs)
+{
+    if (id != kRunTimer || !running_)
+        return;
+    AdaptorInterface& host = *adaptor();
+    if (firstTick_) {
+        firstTick_ = false;
+        lastClock_ = elapsedMs;
+    }
+    clock_.killTimer(*this, kRunTimer);
+    const std::int64_t began = clock_.elapsedMs();
+    currentTime_ += static_cast<double>(elapsedMs - lastClock_) * 0.001 / speed_;
+    lastClock_ = elapsedMs;
+    if (currentTime_ > start_)
+        CoreImplementation::instance().windows().hideCountdown();
+    if (!runDueFrames(host.getFrameDuration()))
+        return;
+    if (start_ > currentTime_)
+        showCountdown();
+    host.setTime(currentTime_);
+    const double taken = static_cast<double>(clock_.elapsedMs() - began) * 0.001;
+    clock_.processEvents(); // may stop the run
+    if (running_ && !resimulating_)
+        clock_.startTimer(*this, kRunTimer, std::max(0.001, host.getFrameDuration() - taken));
+}
+
+/// At most a few frames an event: a late event catches up over the next ones, and none is left out.
+/// False when the run has ended.
+bool RecordManager::runDueFrames(double step)
+{
+    const std::int32_t target = timeToFrame(currentTime_, step) + 1;
+    for (int pass = 0; pass < kMostFramesPerEvent && frame_ < target; ++pass) {
+        ++frame_;
+        if (currentTime_ >= end_ && !growRange())
+            return false;
+        // Without a countdown the clock stands at the start for its first event, which ticks nothing.
+        if (countedDown_ || currentTime_ > start_)
+            simulateFrame(frame_ * step);
+        if (!running_)
+            return false;
+    }
+    return true;
+}
+
+bool RecordManager::growRange()
+{
+    if (!CoreImplementation::instance().windows().autoExpandTimeline()) {
+        stopRecord();
+        return false;
+    }
+    TimeRange range;
+    adaptor()->getRange(range);
+    constexpr double kLeastEnd = 1.0; // [s]: twice nothing would never come to an end
+    end_ = std::max(end_ + end_, kLeastEnd);
+    adaptor()->setRange({range.start, end_});
+    return true;
+}
+
+void RecordManager::simulateFrame(double time)
+{
+    for (RunObserver* const observer : observers_)
+        observer->beforeFrame(time);
+    DeviceHub::instance().updateAll();
+    for (Instance* const instance : instances_)
+        instance->tick(time);
+    for (RunObserver* const observer : observers_)
+        observer->frameDone(time, instances_);
+}
+
+void RecordManager::showCountdown()
+{
+    const double remaining = start_ - currentTime_;
+    const int seconds = static_cast<int>(remaining + 0.999);
+    const bool over = seconds < 1;
+    CoreImplementation::instance().windows().showCountdown(over ? 1 : seconds,
+                                                           over ? 0.0 : std::fmod(remaining, 1.0));
+}
+
+void RecordManager::stopInstances()
+{
+    for (Instance* const instance : instances_)
+        instance->stopRun();
+    instances_.clear();
+}
+
+void RecordManager::stopRecord()
+{
+    if (!running_ || resimulating_)
+        return;
+    AdaptorInterface& host = *adaptor();
+    Windows& windows = CoreImplementation::instance().windows();
+    windows.hideCountdown();
+    clock_.killTimer(*this, kRunTimer);
+    currentTime_ = std::max(currentTime_, start_);
+    stopInstances();
+    for (RunObserver* const observer : observers_)
+        observer->runEnded();
+    DeviceHub::instance().releaseAll();
+    host.setTimeScale(1);
+    running_ = false;
+    windows.refreshRunState();
+    host.endRun();
+    keyHook_.setActive(false);
+    if (windows.lowPolyOnRecord())
+        lowPoly_.putBack();
+    host.endUndo();
+}
+
+bool RecordManager::onKey(std::int32_t pressed, bool isDown, unsigned modifiers)
+{
+    if (isDown || !running_ || resimulating_)
+        return false;
+    if (pressed == key::space || pressed == key::escape) {
+        stopRecord();
+        return true;
+    }
+    if (pressed == key::z && modifiers == modifier::ctrl) {
+        stopRecord();
+        if (adaptor()->hostUndo())
+            startRecord();
+        return true;
+    }
+    return false;
+}
+
+// Resimulation.
+
+namespace {
+
+/// Puts the host's time back where the user had it.
+class TimeUndo final : public CUndo
+{
+public:
+    TimeUndo() : time_(adaptor()->getTime()) {}
+    void restore(bool) override { exchange(); }
+    void redo() override { exchange(); }
+
+private:
+    void exchange()
+    {
+        const double present = adaptor()->getTime();
+        adaptor()->setTime(time_);
+        time_ = present;
+    }
+    double time_;
+};
+
+} // namespace
+
+int RecordManager::startResimulation(double from, double to)
+{
+    if (running_)
+        return kAlreadyRunning;
+    AdaptorInterface& host = *adaptor();
+    host.beginUndo("Resimulating");
+    running_ = true;
+    resimulating_ = true;
+    start_ = from;
+    end_ = to;
+    savedSpeed_ = std::exchange(speed_, 1.0);
+    CoreImplementation::instance().windows().refreshRunState();
+    host.pushUndo(new TimeUndo);
+    host.setTime(from); // the poses that are laid as the start are those of the start
+    collectInstances();
+    for (Instance* const instance : instances_)
+        instance->startRun(start_);
+    const double step = host.getFrameDuration();
+    frame_ = firstFrameBehind(from, step);
+    progress_ = {from, to, frame_ * step, 0.0};
+    if (view_)
+        view_->opened(progress_);
+    return 0;
+}
+
+/// The next frame; or, where a take that began without a countdown has its first frame later, that.
+std::int32_t RecordManager::firstFrameBehind(double from, double step) const
+{
+    const std::int32_t next = timeToFrame(from, step) + 1;
+    double first = 0.0;
+    bool any = false;
+    for (Instance* const instance : instances_) {
+        for (const auto& line : instance->recordedInputs().lines()) {
+            const auto records = line.records();
+            const auto behind = std::find_if(records.begin(), records.end(),
+                                             [&](const auto& record) { return record.time > from; });
+            const bool beginsHere = behind != records.begin() && std::prev(behind)->time == from;
+            if (behind == records.end() || !beginsHere)
+                continue;
+            first = any ? std::min(first, behind->time) : behind->time;
+            any = true;
+        }
+    }
+    const double second = (next + 1) * step;
+    return any && std::abs(first - second) < step / 2 ? next + 1 : next;
+}
+
+bool RecordManager::resimulateSlice(std::int64_t budgetMs)
+{
+    if (!resimulating_)
+        return true;
+    constexpr double kEndSlack = 0.00001; // [s]
+    const std::int64_t began = clock_.elapsedMs();
+    const double step = adaptor()->getFrameDuration();
+    while (end_ + kEndSlack > progress_.time) {
+        progress_.fraction = (progress_.time - start_) / (end_ - start_);
+        if (clock_.elapsedMs() > began + budgetMs)
+            return false;
+        for (Instance* const instance : instances_)
+            instance->tick(progress_.time);
+        progress_.time = ++frame_ * step;
+    }
+    progress_.fraction = 1.0;
+    finishResimulation();
+    return true;
+}
+
+void RecordManager::finishResimulation()
+{
+    if (!resimulating_)
+        return;
+    AdaptorInterface& host = *adaptor();
+    stopInstances();
+    speed_ = savedSpeed_;
+    running_ = false;
+    resimulating_ = false;
+    CoreImplementation::instance().windows().refreshRunState();
+    DeviceHub::instance().releaseAll();
+    host.endRun();
+    host.setTime(start_);
+    host.endUndo();
+    if (view_)
+        view_->closed();
+}
+
+// Speed and time.
+
+int RecordManager::getTimeScale() const
+{
+    return static_cast<int>(std::log(speed_) / std::log(2.0) + 0.001) + 1;
+}
+
+void RecordManager::setTimeScale(int n)
+{
+    constexpr int kLargest = 1000; // 2^(n-1) stays a finite number
+    speed_ = std::exp2(std::clamp(n, 1, kLargest) - 1);
+    if (running_ && !resimulating_)
+        adaptor()->setTimeScale(static_cast<std::int32_t>(std::min(speed_, 1e9)));
+}
+
+void RecordManager::timeChanged(double time)
+{
+    if (running_) {
+        for (Instance* const instance : instances_)
+            instance->timeChanged(time);
+        return;
+    }
+    for (Instance* const instance : CoreImplementation::instance().instances().collect(false))
+        instance->timeChanged(time);
+}
+
+} // namespace tvw::rgs::core
