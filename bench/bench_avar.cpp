@@ -74,7 +74,7 @@ void retakeAgainstVector(benchmark::State& state)
     }
     tvw::bench::compare(state, peer, ours);
 }
-BENCHMARK(retakeAgainstVector)->Name("avar_append_vs_vector/retake")->Arg(15000);
+BENCHMARK(retakeAgainstVector)->Name("avar_retake_vs_push_back")->Arg(15000);
 
 enum Order { kForward, kBackward, kRandom };
 enum Spacing { kEven, kUneven };

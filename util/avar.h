@@ -100,7 +100,7 @@ public:
     /// until the next change of the variable.
     T& set(double t, const T& value)
     {
-        if (records_.empty() || t > records_.back().time) [[likely]] {
+        if (records_.empty() || t > records_.back().time) {
             return records_.append({t, value}).value;
         }
         return setWithin(t, value);
