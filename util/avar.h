@@ -21,6 +21,7 @@
 #include "util/transform.h"
 #include "util/vector3.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -99,7 +100,7 @@ public:
     /// until the next change of the variable.
     T& set(double t, const T& value)
     {
-        if (records_.empty() || t > records_.back().time) [[likely]] {
+        if (records_.empty() || t > records_.back().time) {
             return records_.append({t, value}).value;
         }
         return setWithin(t, value);
@@ -146,11 +147,13 @@ private:
     static constexpr std::uint32_t kHeaderBytes = 16;
     static constexpr std::uint32_t kVersion = 100;
 
-    T& setWithin(double t, const T& value);
+    [[gnu::noinline]] T& setWithin(double t, const T& value);
     /// Index of the last record at or before t. There must be a record at or before t.
     [[nodiscard]] std::size_t lastAtOrBefore(double t) const noexcept;
     /// The same for a t outside of the cursor's neighbourhood.
     [[nodiscard]] std::size_t search(double t) const noexcept;
+    /// The same among `count` records from `first` on, of which the first is at or before t.
+    [[nodiscard]] std::size_t bisect(std::size_t first, std::size_t count, double t) const noexcept;
     /// Number of records before t, one at exactly t included or not.
     [[nodiscard]] std::size_t countBefore(double t, bool including) const noexcept;
 
@@ -158,6 +161,7 @@ private:
     T default_;
     /// Where the last reading was: a hint, no part of the value, and it may point past the end.
     mutable std::size_t cursor_ = 0;
+    mutable std::uint8_t guessRests_ = 0; ///< searches to come that do not guess the place
 };
 
 template <class T>
@@ -213,18 +217,18 @@ T& AVar<T>::setWithin(double t, const T& value)
 template <class T>
 std::size_t AVar<T>::lastAtOrBefore(double t) const noexcept
 {
-    // A run reads where it read last, or one record on.
-    const std::size_t n = records_.size();
+    // A run reads where it read last, or a few records on.
+    constexpr std::size_t kNear = 8;
+    const std::size_t last = records_.size() - 1;
     const Record* const r = records_.data();
-    std::size_t i = cursor_;
-    if (i + 1 < n && r[i].time <= t) {
+    const std::size_t i = std::min(cursor_, last);
+    const std::size_t end = std::min(i + kNear, last);
+    // One branch for both sides: on random times the first alone would be a toss-up.
+    if (static_cast<int>(r[i].time <= t) & static_cast<int>(t < r[end].time)) {
         if (t < r[i + 1].time) {
-            return i;
-        }
-        ++i;
-        if (i + 1 == n || t < r[i + 1].time) {
             return cursor_ = i;
         }
+        return cursor_ = bisect(i + 1, end - i - 1, t);
     }
     return cursor_ = search(t);
 }
@@ -232,29 +236,42 @@ std::size_t AVar<T>::lastAtOrBefore(double t) const noexcept
 template <class T>
 std::size_t AVar<T>::search(double t) const noexcept
 {
+    constexpr std::uint8_t kRest = 100;
     const Record* const r = records_.data();
-    std::size_t low = 0; // r[low].time <= t, and what stands at or behind `high` is later
-    std::size_t high = records_.size();
-    if (r[high - 1].time <= t) {
-        return high - 1;
+    const std::size_t last = records_.size() - 1;
+    if (r[last].time <= t) {
+        return last;
     }
-    // A take has a record each frame, so its even spacing tells the place; whoever has keys
-    // elsewhere pays two comparisons for the try.
-    const double share = (t - r[0].time) / (r[high - 1].time - r[0].time);
-    const auto guess = static_cast<std::size_t>(share * static_cast<double>(high - 1));
-    if (guess + 2 < high) {
-        const std::size_t g = guess == 0 ? 0 : guess - 1;
-        if (r[g].time <= t && t < r[g + 2].time) {
-            return r[g + 1].time <= t ? g + 1 : g;
+    if (guessRests_ > 0) {
+        --guessRests_;
+        return bisect(0, last, t);
+    }
+    // A take has a record each frame, so its even spacing tells the place. Where it does not, the
+    // next searches do without the try.
+    const double share = (t - r[0].time) / (r[last].time - r[0].time);
+    const auto guess = static_cast<std::size_t>(share * static_cast<double>(last));
+    if (guess < last) {
+        const std::size_t from = guess == 0 ? 0 : guess - 1;
+        const std::size_t to = guess + 2 < last ? guess + 2 : last;
+        if (r[from].time <= t && t < r[to].time) {
+            return bisect(from, to - from, t);
         }
     }
-    while (high - low > 1) {
-        const std::size_t half = (high - low) / 2;
-        const bool later = r[low + half].time <= t;
-        low = later ? low + half : low;
-        high = later ? high : low + half;
+    guessRests_ = kRest;
+    return bisect(0, last, t);
+}
+
+template <class T>
+std::size_t AVar<T>::bisect(std::size_t first, std::size_t count, double t) const noexcept
+{
+    const Record* base = records_.data() + first;
+    while (count > 1) {
+        const std::size_t half = count / 2;
+        // A mask, not a branch: on random times every other branch would be mispredicted.
+        base += half & -static_cast<std::size_t>(base[half].time <= t);
+        count -= half;
     }
-    return low;
+    return static_cast<std::size_t>(base - records_.data());
 }
 
 template <class T>

@@ -104,16 +104,22 @@ void Composite_Dynamic<T>::detach()
     if (parent_ == nullptr) {
         return;
     }
+    const auto placeIn = [this](const std::vector<T*>& nodes) {
+        const auto isThis = [this](T* child) { return &mixinOf(*child) == this; };
+        return std::find_if(nodes.begin(), nodes.end(), isThis);
+    };
     Composite_Dynamic& parent = mixinOf(*parent_);
-    const auto isThis = [this](T* child) { return &mixinOf(*child) == this; };
-    auto found = std::find_if(parent.children_.begin(), parent.children_.end(), isThis);
-    T* const child = *found;
-    const auto index = static_cast<std::size_t>(found - parent.children_.begin());
+    const auto index = placeIn(parent.children_) - parent.children_.begin();
     willDetach();
-    parent.children_.erase(std::find_if(parent.children_.begin(), parent.children_.end(), isThis));
+    const auto place = placeIn(parent.children_);
+    if (place == parent.children_.end()) {
+        return; // the hook has done it
+    }
+    T* const child = *place;
+    parent.children_.erase(place);
     parent_ = nullptr;
     didDetach();
-    parent.childRemoved(child, index);
+    parent.childRemoved(child, static_cast<std::size_t>(index));
 }
 
 } // namespace tvw

@@ -64,7 +64,7 @@ public:
     /// record may stand in this buffer.
     Record& append(const Record& record)
     {
-        if (end_ == capacityEnd_) [[unlikely]] {
+        if (end_ == capacityEnd_) {
             return appendGrown(record);
         }
         *end_ = record;
