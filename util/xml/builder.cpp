@@ -224,14 +224,14 @@ int Builder::openTag(Element& element, const Token& token)
         return code::ok;
     }
     attributes_.clear();
-    const int result = readAttributes(element, nameEnd, token.end);
+    const int result = readAttributes(nameEnd, token.end);
     const auto count = static_cast<std::uint32_t>(attributes_.size());
     element.attributes_ = regrown(arena_, attributes_.data(), count, count);
     element.attributeCount_ = element.attributeCapacity_ = count;
     return result;
 }
 
-int Builder::readAttributes(Element& element, char* at, char* end)
+int Builder::readAttributes(char* at, char* end)
 {
     while (true) {
         at = skipSpace(at, end);

@@ -43,7 +43,7 @@ private:
     int buildRoot(Element& root);
     int buildContent();
     int openTag(Element& element, const Token& token);
-    int readAttributes(Element& element, char* at, char* end);
+    int readAttributes(char* at, char* end);
     void addAttribute(std::string_view key, char* value, char* valueEnd);
     std::size_t indexOfKey(std::string_view key);
     void setLeaf(Element& element, Kind kind, const Token& token);
