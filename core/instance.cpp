@@ -275,12 +275,9 @@ void Instance::pushUndo(CUndo* record) { adaptor()->pushUndo(record); }
 
 double Instance::getTime() { return adaptor()->getTime(); }
 
-double Instance::getFramesPerSecond()
-{
-    return std::trunc(adaptor()->getFramesPerSecond());
-}
+double Instance::getFramesPerSecond() { return adaptor()->getFramesPerSecond(); }
 
-double Instance::getFrameDuration() { return 1.0 / getFramesPerSecond(); }
+double Instance::getFrameDuration() { return adaptor()->getFrameDuration(); }
 
 void Instance::redrawViews()
 {

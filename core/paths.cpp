@@ -41,6 +41,8 @@ std::string getPath(std::string_view kind)
 
 std::string getUserPath()
 {
+    if (chosenUserPath() == kNoUserPath)
+        return {};
     return chosenUserPath().empty() ? platform::userFolder() : chosenUserPath();
 }
 

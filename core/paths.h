@@ -15,8 +15,9 @@ std::string getPath(std::string_view kind);
 /// journal of the take in progress. Empty when there is none.
 std::string getUserPath();
 
-/// Takes another folder for the user's files; empty goes back to the platform's.
+/// Takes another folder for the user's files; empty goes back to the platform's, kNoUserPath to none.
 void setUserPath(std::string folder);
+inline constexpr const char* kNoUserPath = ":none";
 
 /// With an install root given by the environment its own; else the user's, since an installed program
 /// can't write beside itself.
