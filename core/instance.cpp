@@ -269,6 +269,22 @@ CSnapshot_Lens* Instance::getLensSnapshot(CNode* node, double time)
     return node ? asCore(node)->getLensSnapshot(time) : nullptr;
 }
 
+namespace {
+
+template <class Contract>
+void giveBack(Contract* snapshot)
+{
+    if (snapshot)
+        static_cast<HostSnapshot<Contract>*>(snapshot)->giveBack();
+}
+
+} // namespace
+
+void Instance::releaseSnapshot(CSnapshot* snapshot) { giveBack(snapshot); }
+void Instance::releaseHelperSnapshot(CSnapshot_Helper* snapshot) { giveBack(snapshot); }
+void Instance::releaseMeshSnapshot(CSnapshot_Mesh* snapshot) { giveBack(snapshot); }
+void Instance::releaseLensSnapshot(CSnapshot_Lens* snapshot) { giveBack(snapshot); }
+
 // Undo, time, the user.
 
 void Instance::pushUndo(CUndo* record) { adaptor()->pushUndo(record); }

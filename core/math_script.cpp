@@ -2,6 +2,7 @@
 
 #include "util/xml/number.h"
 
+#include <charconv>
 #include <cmath>
 #include <functional>
 #include <memory>
@@ -37,6 +38,14 @@ const MathScript& MathScript::root() const
 
 namespace {
 
+/// The shortest text that reads back as the same number.
+std::string exactText(double value)
+{
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof(text), value).ptr;
+    return std::string(text, end);
+}
+
 class Zero final : public MathScript
 {
 public:
@@ -49,7 +58,7 @@ class Constant final : public MathScript
 public:
     Constant(std::string kind, double value) : MathScript(std::move(kind)), value_(value) {}
     double evaluate() const override { return value_; }
-    std::string content() const override { return util::xml::toExactText(value_); }
+    std::string content() const override { return exactText(value_); }
 
 private:
     double value_;

@@ -20,7 +20,7 @@ void setUserPath(std::string folder);
 inline constexpr const char* kNoUserPath = ":none";
 
 /// With an install root given by the environment its own; else the user's, since an installed program
-/// can't write beside itself.
+/// can't write beside itself. Empty when the user's files are none: nothing is read or written.
 std::string getSettingsFile();
 
 /// The two texts as they are, one behind the other.
