@@ -14,6 +14,15 @@ class CInterface;
 
 namespace tvw::rgs::core {
 
+/// A host's snapshot: what the core needs beside the contract, to give it back without its node.
+template <class Contract>
+class HostSnapshot : public Contract
+{
+public:
+    /// Back to the pool of its node. Costs a flag.
+    virtual void giveBack() noexcept = 0;
+};
+
 /// Takes the tags of a node.
 class TagSink
 {
@@ -24,7 +33,8 @@ protected:
     ~TagSink() = default;
 };
 
-/// THE ORDER OF THE VIRTUAL OPERATIONS IS FROZEN. Snapshots come from pools of the node.
+/// THE ORDER OF THE VIRTUAL OPERATIONS IS FROZEN. Snapshots come from pools of the node; each is a
+/// `HostSnapshot` of its kind.
 class CoreNode : public CNode
 {
 public:

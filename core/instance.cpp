@@ -269,18 +269,31 @@ CSnapshot_Lens* Instance::getLensSnapshot(CNode* node, double time)
     return node ? asCore(node)->getLensSnapshot(time) : nullptr;
 }
 
+namespace {
+
+template <class Contract>
+void giveBack(Contract* snapshot)
+{
+    if (snapshot)
+        static_cast<HostSnapshot<Contract>*>(snapshot)->giveBack();
+}
+
+} // namespace
+
+void Instance::releaseSnapshot(CSnapshot* snapshot) { giveBack(snapshot); }
+void Instance::releaseHelperSnapshot(CSnapshot_Helper* snapshot) { giveBack(snapshot); }
+void Instance::releaseMeshSnapshot(CSnapshot_Mesh* snapshot) { giveBack(snapshot); }
+void Instance::releaseLensSnapshot(CSnapshot_Lens* snapshot) { giveBack(snapshot); }
+
 // Undo, time, the user.
 
 void Instance::pushUndo(CUndo* record) { adaptor()->pushUndo(record); }
 
 double Instance::getTime() { return adaptor()->getTime(); }
 
-double Instance::getFramesPerSecond()
-{
-    return std::trunc(adaptor()->getFramesPerSecond());
-}
+double Instance::getFramesPerSecond() { return adaptor()->getFramesPerSecond(); }
 
-double Instance::getFrameDuration() { return 1.0 / getFramesPerSecond(); }
+double Instance::getFrameDuration() { return adaptor()->getFrameDuration(); }
 
 void Instance::redrawViews()
 {

@@ -240,8 +240,11 @@ void InstanceReference::onMenuCommand(int id)
     }
     case kBrowse: {
         const std::string path = windows().chooseFile("Browse...", kModelFilter);
-        if (!path.empty())
-            manager.loadFile(path, this);
+        if (path.empty())
+            break;
+        if (const Status loaded = manager.loadFile(path, this); !loaded)
+            CoreImplementation::instance().messageBox(nullptr, loaded.reason(), "Error",
+                                                      box::ok | box::critical, false);
         break;
     }
     default: {

@@ -3,6 +3,7 @@
 #include "core/adaptor.h"
 #include "core/instance.h"
 #include "core/instance_reference.h"
+#include "core/tool_record.h"
 
 #include <algorithm>
 

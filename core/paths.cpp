@@ -41,6 +41,8 @@ std::string getPath(std::string_view kind)
 
 std::string getUserPath()
 {
+    if (chosenUserPath() == kNoUserPath)
+        return {};
     return chosenUserPath().empty() ? platform::userFolder() : chosenUserPath();
 }
 
@@ -48,6 +50,8 @@ void setUserPath(std::string folder) { chosenUserPath() = std::move(folder); }
 
 std::string getSettingsFile()
 {
+    if (chosenUserPath() == kNoUserPath)
+        return {};
     const bool rootGiven = std::getenv("RIGSTAGE_ROOT") != nullptr;
     const bool besideInstallation = rootGiven && chosenUserPath().empty();
     return joinPath(besideInstallation ? getPath("settings") : getUserPath(), "/settings.json");

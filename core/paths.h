@@ -15,11 +15,12 @@ std::string getPath(std::string_view kind);
 /// journal of the take in progress. Empty when there is none.
 std::string getUserPath();
 
-/// Takes another folder for the user's files; empty goes back to the platform's.
+/// Takes another folder for the user's files; empty goes back to the platform's, kNoUserPath to none.
 void setUserPath(std::string folder);
+inline constexpr const char* kNoUserPath = ":none";
 
 /// With an install root given by the environment its own; else the user's, since an installed program
-/// can't write beside itself.
+/// can't write beside itself. Empty when the user's files are none: nothing is read or written.
 std::string getSettingsFile();
 
 /// The two texts as they are, one behind the other.

@@ -55,7 +55,10 @@ std::vector<std::string> Plugin::getIds() const
 
 std::vector<std::string> Plugin::getCategories() const { return splitAt(factory_->getCategory(), ';'); }
 
-std::string Plugin::getUserFolder() const { return joinPath(getUserPath(), "/data/" + getDataFolder()); }
+std::string Plugin::getUserFolder() const
+{
+    return getUserPath().empty() ? std::string() : joinPath(getUserPath(), "/data/" + getDataFolder());
+}
 
 std::string Plugin::getDataPath() const { return joinPath(getPath("data"), "/" + getDataFolder()); }
 

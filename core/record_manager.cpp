@@ -34,7 +34,7 @@ double RecordManager::frameTime() const { return frame_ * adaptor()->getFrameDur
 
 // Recording.
 
-int RecordManager::startRecord()
+int RecordManager::startRecord(int countdown)
 {
     if (running_)
         return kAlreadyRunning;
@@ -59,7 +59,8 @@ int RecordManager::startRecord()
     for (RunObserver* const observer : observers_)
         observer->runStarted(start_, instances_);
 
-    const int countdown = core.getSettings().startCountdown;
+    if (countdown < 0)
+        countdown = core.getSettings().startCountdown;
     firstTick_ = true;
     countedDown_ = countdown > 0;
     currentTime_ = start_ - countdown;

@@ -52,7 +52,8 @@ public:
     RecordManager(CoreImplementation* core, Clock& clock);
     ~RecordManager() override;
 
-    int startRecord(); ///< 0, or kAlreadyRunning
+    /// 0, or kAlreadyRunning. countdown [s]: below 0 that of the settings.
+    int startRecord(int countdown = -1);
     void stopRecord();
     bool isRunning() const { return running_; }
 

@@ -13,8 +13,11 @@ Result<Element> readSavedTools(const std::string& path)
     const Result<std::string> bytes = readFile(path);
     if (!bytes)
         return Answer::failure(bytes.reason());
+    const Result<std::string> text = decompress(*bytes);
+    if (!text)
+        return Answer::failure(path + ": " + text.reason());
     Element record;
-    if (record.parse(decompress(*bytes)) != 0)
+    if (record.parse(*text) != 0)
         return Answer::failure(path + ": not a whole XML text");
     if (record.name() != "RGT" && record.name() != "rgs" && record.name() != "RGT_Plugin")
         return Answer::failure(path + ": no tool record (its root is \"" + std::string(record.name()) +

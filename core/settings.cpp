@@ -68,6 +68,8 @@ SettingsStore::SettingsStore(std::string path) : path_(std::move(path)) {}
 void SettingsStore::load()
 {
     loaded_ = true;
+    if (path_.empty())
+        return;
     if (const Result<std::string> text = readFile(path_)) {
         const json file = json::parse(*text, nullptr, false);
         if (file.is_object() && file.value("version", json()) == kVersion) {
@@ -89,7 +91,7 @@ Status SettingsStore::set(const Settings& settings)
 {
     get();
     settings_ = settings;
-    if (settings_ == saved_)
+    if (settings_ == saved_ || path_.empty())
         return {};
     json file = {{"version", kVersion}};
     for (const Key& key : kKeys)

@@ -29,8 +29,9 @@ Element unwrapped(const Element& record)
     const Element& tool = *toolRecordsOf(record).front();
     if (tool.attributeValue("compressed") != "1")
         return tool;
+    const Result<std::string> text = decompress(base64Decode(tool.text()));
     Element unpacked;
-    if (unpacked.parse(decompress(base64Decode(tool.text()))) != 0)
+    if (!text || unpacked.parse(*text) != 0)
         return {};
     return unpacked.name() == "RGT" || unpacked.name() == "rgs" ? unpacked.child("RGT_Plugin") : unpacked;
 }

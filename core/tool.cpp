@@ -32,16 +32,20 @@ void Tool::removeInstance(Instance* instance) { std::erase(instances_, instance)
 /// Configuration: the user's folder last, so that his profile of a shipped name wins. Inputs: first.
 void Tool::openProfileStores(const std::string& userFolder, const std::string& dataPath)
 {
-    inputProfiles_.setSaveFolder(joinPath(userFolder, "/inputprofiles"));
-    inputProfiles_.addSource(joinPath(userFolder, "/inputprofiles"));
+    if (!userFolder.empty()) {
+        inputProfiles_.setSaveFolder(joinPath(userFolder, "/inputprofiles"));
+        inputProfiles_.addSource(joinPath(userFolder, "/inputprofiles"));
+    }
     inputProfiles_.addSource(joinPath(dataPath, "/inputprofile.xml"));
     inputProfiles_.addSource(joinPath(dataPath, "/inputprofiles"));
     inputProfiles_.rescan();
 
-    configProfiles_.setSaveFolder(joinPath(userFolder, "/configprofiles"));
     configProfiles_.addSource(joinPath(dataPath, "/configprofile.xml"));
     configProfiles_.addSource(joinPath(dataPath, "/configprofiles"));
-    configProfiles_.addSource(joinPath(userFolder, "/configprofiles"));
+    if (!userFolder.empty()) {
+        configProfiles_.setSaveFolder(joinPath(userFolder, "/configprofiles"));
+        configProfiles_.addSource(joinPath(userFolder, "/configprofiles"));
+    }
     configProfiles_.rescan();
 }
 

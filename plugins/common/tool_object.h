@@ -6,6 +6,7 @@
 /// state, save and load, hiding of helpers, outputs.
 #pragma once
 
+#include "core/contract/camera.h"
 #include "plugins/common/items.h"
 #include "plugins/common/scene_node.h"
 #include "plugins/common/state_store.h"

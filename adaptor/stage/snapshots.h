@@ -1,0 +1,119 @@
+/// The stage's views of a node at one time, and the pools from which they come.
+#pragma once
+
+#include "adaptor/stage/flicks.h"
+#include "core/contract/snapshot.h"
+
+#include <memory>
+#include <vector>
+
+namespace tvw::rgs::stage {
+
+class StageNode;
+
+/// What all five kinds share. A time of the stage's own for the kinds that have none.
+class SnapshotBase
+{
+public:
+    SnapshotBase() = default;
+    SnapshotBase(const SnapshotBase&) = delete;
+    SnapshotBase& operator=(const SnapshotBase&) = delete;
+
+    void open(StageNode& node, double time) noexcept
+    {
+        node_ = &node;
+        time_ = time;
+        inUse_ = true;
+    }
+    void close() noexcept { inUse_ = false; }
+    [[nodiscard]] bool inUse() const noexcept { return inUse_; }
+
+protected:
+    ~SnapshotBase() = default;
+
+    StageNode* node_ = nullptr;
+    double time_ = 0.0;
+    bool inUse_ = false;
+};
+
+class PoseSnapshot final : public CSnapshot, public SnapshotBase
+{
+public:
+    void setLocal(const Matrix4& transform) override;
+    void getLocal(Matrix4& out) override;
+    void getGlobal(Matrix4& out) override;
+    void setGlobal(const Matrix4& transform) override;
+    double getTime() override { return time_; }
+};
+
+class HelperSnapshot final : public CSnapshot_Helper, public SnapshotBase
+{
+public:
+    void setMesh(const CMesh& mesh) override;
+    void setColor(float red, float green, float blue) override;
+    void setWireframe(bool on) override;
+    void setAlwaysOnTop(bool on) override;
+};
+
+class MeshSnapshot final : public CSnapshot_Mesh, public SnapshotBase
+{
+public:
+    void setMesh(const CMesh& mesh) override;
+    CMesh getMesh() override;
+    bool rayCast(const Vector3<double>& origin, const Vector3<double>& direction, double* distance,
+                 Vector3<double>* normal) override;
+};
+
+class LensSnapshot final : public CSnapshot_Lens, public SnapshotBase
+{
+public:
+    void setFieldOfView(double degrees) override;
+    double getFieldOfView() override;
+    int getFieldOfViewType() override;
+    void setFieldOfViewType(int type) override;
+    void setTargetDistance(double distance) override;
+    double getTargetDistance() override;
+    double getTime() override { return time_; }
+    /// The identity: the stage's views have no fixed aspect ratio.
+    void getProjection(Matrix4& out) override { out = Matrix4{}; }
+};
+
+/// A node has one curve, in its own space.
+class ShapeSnapshot final : public CSnapshot_Shape, public SnapshotBase
+{
+public:
+    int curveCount() override { return 1; }
+    int selectCurve(int) override { return 0; }
+    double curveLength() override;
+    void pointAt(Vector3<double>& out, double u) override;
+    void tangentAt(Vector3<double>& out, double u) override;
+};
+
+/// Snapshots of one kind. One that was given back is handed out again, so that a tick allocates
+/// nothing once as many exist as are open at the same time.
+template <class S>
+class SnapshotPool
+{
+public:
+    S* take(StageNode& node, double time)
+    {
+        S* const snapshot = findFree();
+        snapshot->open(node, time);
+        return snapshot;
+    }
+
+private:
+    S* findFree()
+    {
+        for (auto it = all_.rbegin(); it != all_.rend(); ++it) {
+            if (!(*it)->inUse())
+                return it->get();
+        }
+        all_.push_back(std::make_unique<S>());
+        return all_.back().get();
+    }
+
+    std::vector<std::unique_ptr<S>> all_;
+};
+
+} // namespace tvw::rgs::stage

@@ -1,0 +1,234 @@
+// The seam's side of the stage: handles, undo and runs. The tags stand in stage_tags.cpp.
+
+#include "adaptor/stage/records.h"
+#include "adaptor/stage/stage.h"
+#include "core/contract/node.h"
+#include "core/contract/plugin.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tvw::rgs::stage {
+
+std::int32_t Stage::getInterfaceVersion()
+{
+    return kInterfaceVersion;
+}
+
+core::CoreNode* Stage::createHelperNode(CInterface* owner, std::string name, CNode* parent,
+                                        std::int64_t userValue)
+{
+    return makeToolNode(owner, name, parent, NodeKind::Helper, nullptr, userValue);
+}
+
+core::CoreNode* Stage::createMeshNode(CInterface* owner, std::string name, CNode* parent,
+                                      const CMesh* mesh, std::int64_t userValue)
+{
+    const CMesh none;
+    return makeToolNode(owner, name, parent, NodeKind::Mesh, mesh ? mesh : &none, userValue);
+}
+
+core::CoreNode* Stage::makeToolNode(CInterface* owner, const std::string& name, CNode* parent,
+                                    NodeKind kind, const CMesh* mesh, std::int64_t userValue)
+{
+    NodeState state;
+    const std::string prefix = hooks.ownerName && owner ? hooks.ownerName(owner) + "_" : "";
+    state.name = prefix + name;
+    if (mesh)
+        state.mesh = std::make_shared<const StageMesh>(*mesh);
+    auto* const above = dynamic_cast<NodeHandle*>(parent);
+    StageNode& node = add(userValue == nodekind::camera ? NodeKind::Camera : kind, std::move(state),
+                          above ? &above->node() : nullptr);
+    NodeHandle& handle = makeHandle(node, owner, name, above, userValue);
+    return &handle;
+}
+
+NodeHandle& Stage::makeHandle(StageNode& node, CInterface* owner, std::string shortName,
+                              core::CoreNode* parent, std::int64_t userValue)
+{
+    handles_.push_back(
+        std::make_unique<NodeHandle>(node, owner, std::move(shortName), parent, userValue));
+    NodeHandle& handle = *handles_.back();
+    node.handles_.push_back(&handle);
+    if (undo_.isOpen())
+        undo_.push(new NodeInstanceRestoreObj(handle, {}));
+    handle.listed_ = true;
+    return handle;
+}
+
+NodeHandle& Stage::looseHandle(StageNode& node)
+{
+    auto found = std::find_if(loose_.begin(), loose_.end(),
+                              [](const std::unique_ptr<NodeHandle>& h) { return h->free_; });
+    if (found == loose_.end()) {
+        loose_.push_back(std::make_unique<NodeHandle>(node, nullptr, "", nullptr, 0));
+        found = loose_.end() - 1;
+    }
+    NodeHandle& handle = **found;
+    handle.node_ = &node;
+    handle.loose_ = true;
+    handle.free_ = false;
+    handle.owned_ = false;
+    handle.owner_ = ownerOf(node); // who walks the tree asks whose each child is
+    return handle;
+}
+
+void Stage::endHandle(NodeHandle& handle)
+{
+    if (handle.loose_) {
+        handle.free_ = true;
+        return;
+    }
+    handle.markDeleted();
+    handle.ended_ = true;
+    if (handle.records_ == 0)
+        dropHandle(handle);
+}
+
+void Stage::dropHandle(NodeHandle& handle)
+{
+    std::erase_if(handles_, [&](const auto& known) { return known.get() == &handle; });
+}
+
+core::CoreNode* Stage::findNode(CInterface* owner, std::string name)
+{
+    for (const auto& handle : handles_) {
+        if (handle->listed_ && handle->owner_ == owner && handle->shortName_ == name)
+            return handle.get();
+    }
+    return nullptr;
+}
+
+void Stage::getAllNodes(ReturnValue<std::vector<core::CoreNode*>>& out)
+{
+    std::vector<core::CoreNode*> all;
+    for (const auto& handle : handles_) {
+        if (!handle->isDeleted())
+            all.push_back(handle.get());
+    }
+    out.assign(all);
+}
+
+void Stage::getNodes(CInterface* owner, ReturnValue<std::vector<core::CoreNode*>>& out)
+{
+    std::vector<core::CoreNode*> own;
+    for (const auto& handle : handles_) {
+        if (handle->listed_ && handle->owner_ == owner)
+            own.push_back(handle.get());
+    }
+    out.assign(own);
+}
+
+void Stage::mergeFile(std::string path, ReturnValue<std::vector<core::CoreNode*>>& out)
+{
+    std::vector<core::CoreNode*> found;
+    if (hooks.mergeFile) {
+        for (StageNode* node : hooks.mergeFile(path))
+            found.push_back(&looseHandle(*node));
+    }
+    out.assign(found);
+}
+
+CInterface* Stage::ownerOf(const StageNode& node) const noexcept
+{
+    for (const NodeHandle* handle : node.handles_) {
+        if (handle->listed_ && handle->owner_)
+            return handle->owner_;
+    }
+    return nullptr;
+}
+
+void Stage::cancelUndo()
+{
+    undo_.cancel();
+    newEpoch();
+}
+
+bool Stage::hostUndo()
+{
+    newEpoch();
+    return undo_.undo();
+}
+
+bool Stage::hostRedo()
+{
+    newEpoch();
+    return undo_.redo();
+}
+
+void Stage::redrawViews()
+{
+    if (hooks.redrawViews)
+        hooks.redrawViews();
+}
+
+void Stage::beginRun(std::vector<CInterface*>& instances)
+{
+    undo_.push(new CSetTimeRestoreObj(*this));
+    std::vector<StageNode*> nodes;
+    for (const auto& handle : handles_) {
+        const bool runs =
+            std::find(instances.begin(), instances.end(), handle->owner_) != instances.end();
+        if (runs && handle->owned_ && !handle->isDeleted())
+            nodes.push_back(handle->node_);
+    }
+    // The poses are read before the first is written: none may see another's key.
+    std::vector<Matrix4> poses;
+    for (const StageNode* node : nodes)
+        poses.push_back(node->local(time_));
+    prepareRun(nodes);
+    beginPlainRun();
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        nodes[i]->setLocal(poses[i], time_, true);
+}
+
+void Stage::prepareRun(const std::vector<StageNode*>& nodes)
+{
+    // Room for what the range shows, within reason: a longer run takes fresh blocks as it goes.
+    constexpr double kMostFrames = 4096.0;
+    const double span = std::max(0.0, range_.end - time_) * baseRate_;
+    const auto frames = static_cast<std::size_t>(std::min(kMostFrames, span)) + 1;
+    std::size_t lenses = 0;
+    for (StageNode* node : nodes) {
+        node->prepareRun(frames);
+        lenses += node->hasLens() ? 2 : 0;
+    }
+    KeyTrack<Matrix4>::reserveBlocks(nodes.size(), frames);
+    KeyTrack<double>::reserveBlocks(lenses, frames);
+}
+
+void Stage::beginPlainRun()
+{
+    if (!inRun_)
+        keyModeBeforeRun_ = keyMode_;
+    inRun_ = true;
+    keyMode_ = true;
+}
+
+void Stage::endRun()
+{
+    if (!inRun_)
+        return;
+    inRun_ = false;
+    keyMode_ = keyModeBeforeRun_;
+}
+
+void Stage::shutdown()
+{
+    endRun();
+    // The tools are gone, and soon the code of external ones: no record of theirs may stay.
+    undo_.clear();
+    for (const auto& handle : handles_)
+        handle->markDeleted();
+    selecting_ = false;
+    hostKeysOff_ = 0;
+}
+
+void Stage::showError(std::string text, std::string title)
+{
+    messages_.push_back({title, text});
+    if (hooks.showError)
+        hooks.showError(text, title);
+}
+
+} // namespace tvw::rgs::stage
