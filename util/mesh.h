@@ -67,6 +67,7 @@ class CMesh_Box : public CMesh
 {
 public:
     CMesh_Box(double x, double y, double z);
+    using CMesh::operator=; // else the class's own hides the virtual one
 };
 
 /// A closed cylinder round the z axis, from z = -height / 2 to height / 2, of `segments` sides
@@ -75,6 +76,7 @@ class CMesh_Cylinder : public CMesh
 {
 public:
     CMesh_Cylinder(int segments, double radius, double height);
+    using CMesh::operator=;
 };
 
 } // namespace tvw
