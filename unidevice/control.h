@@ -64,6 +64,9 @@ public:
     /// Tells every target.
     virtual ~Control();
 
+    /// Whether its value comes from this device.
+    virtual bool dependsOn(const Device& other) const { return device == &other; }
+
     /// Whether it moved by more than its threshold at the last read.
     bool hasChanged() const;
 
@@ -76,6 +79,9 @@ public:
 
     void addTarget(ControlTarget* target) { targets_.push_back(target); }
     void removeTarget(ControlTarget* target); ///< one entry of it
+
+    /// Tells every target that the control is gone for it, the latest first, and forgets it.
+    void dropTargets();
 
     std::uint32_t kindMask;
     double previous = 0.0;

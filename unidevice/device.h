@@ -19,8 +19,13 @@ using ExcludeList = std::vector<Control*>;
 class Device : public DynamicObject
 {
 public:
-    /// listed: enters the hub's list at its end at once.
+    /// listed: enters the hub's list at its end at once. The hub's listeners don't hear of it, since
+    /// there is nothing to ask yet: a device that comes while they listen calls `DeviceHub::addDevice`
+    /// at the end of its constructor.
     Device(std::string name, bool listed);
+
+    /// Withdraws while the controls still stand, so that bindings can be noted, then ends the device.
+    void destroy() override;
 
     /// Makes the element a `control` of this device. Answers it.
     virtual util::xml::Element& writeXml(util::xml::Element& element) const;
@@ -45,6 +50,9 @@ public:
 
     /// Leaves the hub and the driver.
     ~Device() override;
+
+    /// Leaves the hub and the driver; whoever reads its controls is told. Twice does no harm.
+    void withdraw();
 
     const std::string& name() const { return name_; }
     std::int32_t devIndex() const { return devIndex_; } ///< tells apart devices of one name, from 0

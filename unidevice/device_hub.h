@@ -2,19 +2,14 @@
 #pragma once
 
 #include "unidevice/driver.h"
+#include "util/singleton.h"
 
 namespace tvw::unidevice {
 
-class EmulatedTrinaryDevice;
-
-/// Made on first use, ended by `end`: devices are destroyed last to first, then drivers.
-class DeviceHub
+/// Made on first use, ended by `end`: devices are destroyed last to first, then drivers. [main thread]
+class DeviceHub : public Singleton<DeviceHub>
 {
 public:
-    static DeviceHub& instance();
-    static bool exists();
-    static void end();
-
     bool updateAll();
     bool prepareAll(); ///< whether any device can be used
     bool acquireAll(); ///< whether all could; true for none
@@ -32,7 +27,10 @@ public:
     /// Lists the device; -1 or past the end means the end. It is owned by the hub only in that `end`
     /// destroys what is still listed.
     void addDevice(Device* device, int index = -1);
-    void removeDevice(Device* device); ///< takes it out, does not end it
+
+    /// Takes it out, does not end it. First the listeners hear of it, then every control of the device
+    /// tells its targets that it is gone.
+    void removeDevice(Device* device);
 
     void addDriver(Driver* driver);
     void removeDriver(Driver* driver);
@@ -42,6 +40,7 @@ public:
     {
     public:
         virtual void deviceAdded(Device* device) = 0;
+        /// The device is off the list and may be about to end: it is only good for comparing.
         virtual void deviceRemoved(Device* device) = 0;
 
     protected:
@@ -51,8 +50,13 @@ public:
     void removeListener(Listener* listener);
 
 private:
+    friend Singleton<DeviceHub>;
+    friend class Device;
     DeviceHub() = default;
     ~DeviceHub();
+
+    void list(Device* device, int index);
+    bool unlist(Device* device); ///< and tells the listeners; whether it was listed
 
     std::vector<Driver*> drivers_;
     std::vector<Device*> devices_;

@@ -1,7 +1,7 @@
 /// The inputs of one tool, in the order of their declaration.
 #pragma once
 
-#include "unidevice/device.h"
+#include "unidevice/device_hub.h"
 #include "unidevice/property.h"
 #include "util/dynamicobject.h"
 
@@ -10,11 +10,12 @@
 
 namespace tvw::unidevice {
 
-/// Owns its properties.
-class PropertyHandler : public DynamicObject
+/// Owns its properties. It hears of devices that come and go: bindings wait while their device is
+/// away and are met when it is back.
+class PropertyHandler : public DynamicObject, private DeviceHub::Listener
 {
 public:
-    PropertyHandler() = default;
+    PropertyHandler();
     ~PropertyHandler() override;
     PropertyHandler(const PropertyHandler&) = delete;
     PropertyHandler& operator=(const PropertyHandler&) = delete;
@@ -39,10 +40,14 @@ public:
     /// Tries the waiting bindings again, as when a device came back. Answers how many it met.
     int retryPending();
 
-    /// Before a device goes: its bindings wait for its return.
+    /// While the device's controls still stand: their bindings are cut and wait for its return.
     void keepBindingsOf(const Device& device);
 
 private:
+    void deviceAdded(Device* device) override;
+    void deviceRemoved(Device* device) override;
+    int readProperty(const util::xml::Element& element); ///< how many controls are missing
+
     std::vector<Property*> properties_;
 };
 
