@@ -38,7 +38,7 @@ inline constexpr int noRoot = 2;         ///< the text does not begin with a tag
 inline constexpr int unclosed = 3;       ///< the text ends within an element
 inline constexpr int mismatched = 4;     ///< a closing tag has another name
 inline constexpr int badSyntax = 5;      ///< bad attribute, nothing behind the declaration, nested
-                                    ///< deeper than kMaximumDepth, or more than 4 GiB
+                                         ///< deeper than kMaximumDepth, or more than 4 GiB
 } // namespace code
 
 inline constexpr std::size_t kMaximumDepth = 200; ///< of nested tags in a text that parse accepts
