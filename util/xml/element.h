@@ -109,7 +109,11 @@ public:
     findAttribute(std::string_view key) const; ///< the first one's, else ""
     [[nodiscard]] bool hasAttribute(std::string_view key) const;
     [[nodiscard]] std::size_t attributeCount() const { return attributeCount_; }
-    [[nodiscard]] Attribute attributeAt(std::size_t i) const; ///< i < attributeCount()
+    [[nodiscard]] Attribute attributeAt(std::size_t i) const ///< i < attributeCount()
+    {
+        const AttributeRecord& record = attributes_[i];
+        return {{record.key, record.keySize}, {record.value, record.valueSize}};
+    }
 
     // Text. A failed parse leaves what had been built.
 

@@ -2,7 +2,7 @@
 #include "util/xml/element.h"
 #include "util/xml/sink.h"
 
-#include <bit>
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <emmintrin.h>
@@ -24,8 +24,8 @@ void putReference(Sink& out, char byte)
     out.put({room, end + 1});
 }
 
-/// Bit i is set where byte i of the 16 cannot stand for itself, or is the quote.
-unsigned unwritable(__m128i bytes, __m128i quote)
+/// Bit i is set where byte i cannot stand for itself, or is the quote.
+int unwritable(__m128i bytes, __m128i quote)
 {
     // As signed numbers the bytes above 127 lie below the blank, too.
     const __m128i low = _mm_cmplt_epi8(bytes, _mm_set1_epi8(' '));
@@ -33,60 +33,63 @@ unsigned unwritable(__m128i bytes, __m128i quote)
     const __m128i ampersand = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('&'));
     const __m128i less = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('<'));
     const __m128i any = _mm_or_si128(_mm_or_si128(low, deleted), _mm_or_si128(ampersand, less));
-    return static_cast<unsigned>(
-        _mm_movemask_epi8(_mm_or_si128(any, _mm_cmpeq_epi8(bytes, quote))));
+    return _mm_movemask_epi8(_mm_or_si128(any, _mm_cmpeq_epi8(bytes, quote)));
 }
 
-/// Writes the bytes of the text up to the first that cannot stand for itself, or is the quote; how
-/// many these are.
-std::size_t putPlain(Sink& out, std::string_view text, char quote)
+/// Whether each byte of the text stands for itself and none is the quote.
+bool isPlain(std::string_view text, char quote)
 {
     constexpr std::size_t kStep = sizeof(__m128i);
+    if (text.size() < kStep) {
+        return std::all_of(text.begin(), text.end(),
+                           [quote](char byte) { return is(byte, kWritable) && byte != quote; });
+    }
     const __m128i quotes = _mm_set1_epi8(quote);
-    std::size_t i = 0;
-    for (; i + kStep <= text.size(); i += kStep) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + i));
-        char* const room = out.room(kStep);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(room), bytes);
-        if (const unsigned stops = unwritable(bytes, quotes); stops != 0) {
-            const auto plain = static_cast<std::size_t>(std::countr_zero(stops));
-            out.advanceTo(room + plain);
-            return i + plain;
+    const auto isPlainAt = [&](std::size_t i) {
+        const void* const from = text.data() + i;
+        return unwritable(_mm_loadu_si128(static_cast<const __m128i*>(from)), quotes) == 0;
+    };
+    for (std::size_t i = 0; i + kStep < text.size(); i += kStep) {
+        if (!isPlainAt(i)) {
+            return false;
         }
-        out.advanceTo(room + kStep);
     }
-    char* room = out.room(kStep);
-    for (; i < text.size() && is(text[i], kWritable) && text[i] != quote; ++i) {
-        *room++ = text[i];
-    }
-    out.advanceTo(room);
-    return i;
+    return isPlainAt(text.size() - kStep);
 }
 
 /// Writes the text with each byte that cannot stand for itself as a reference.
 /// quote: one more such byte; NUL for none, since NUL is one anyway.
 void putEscaped(Sink& out, std::string_view text, char quote = '\0')
 {
-    while (true) {
-        text.remove_prefix(putPlain(out, text, quote));
-        if (text.empty()) {
-            return;
-        }
-        putReference(out, text.front());
-        text.remove_prefix(1);
+    if (isPlain(text, quote)) {
+        out.put(text);
+        return;
     }
+    for (const char byte : text) {
+        if (is(byte, kWritable) && byte != quote) {
+            out.put(byte);
+        } else {
+            putReference(out, byte);
+        }
+    }
+}
+
+char quoteFor(std::string_view value)
+{
+    const bool hasDouble = value.find('"') != std::string_view::npos;
+    const bool hasSingle = value.find('\'') != std::string_view::npos;
+    return hasDouble && !hasSingle ? '\'' : '"';
 }
 
 void putAttribute(Sink& out, const Attribute& attribute)
 {
-    const bool hasDouble = attribute.value.find('"') != std::string_view::npos;
-    const bool hasSingle = hasDouble && attribute.value.find('\'') != std::string_view::npos;
-    const char quote = hasDouble && !hasSingle ? '\'' : '"';
     out.put(' ');
     out.put(attribute.key);
+    const std::string_view value = attribute.value;
+    const char quote = isPlain(value, '"') ? '"' : quoteFor(value);
     out.put('=');
     out.put(quote);
-    putEscaped(out, attribute.value, quote);
+    putEscaped(out, value, quote);
     out.put(quote);
 }
 
@@ -105,7 +108,7 @@ public:
     {
         begin(root, 0, false);
         while (!open_.empty()) {
-            if (open_.back().next == open_.back().tag->childCount()) {
+            if (open_.back().next == open_.back().end) {
                 end();
             } else {
                 nextChild(open_.back());
@@ -114,13 +117,16 @@ public:
     }
 
 private:
+    using Children = Element::Range<const Element>::Iterator;
+
     /// A tag whose closing tag is still to be written.
     struct Open
     {
         const Element* tag;
-        std::size_t next; ///< the child to be written next
+        Children next, end;
         std::size_t indent;
-        bool isInline; ///< its first child is a text: no line feeds and no indents within
+        bool isInline;   ///< its first child is a text: no line feeds and no indents within
+        bool behindText; ///< the child before `next` is a text
     };
 
     /// All of an element that has no children, else the begin of it.
@@ -156,22 +162,22 @@ private:
             return;
         }
         out_.put('>');
-        const bool isInline = isText(tag.childAt(0));
+        const Element::Range<const Element> children = tag.children();
+        const bool isInline = isText(*children.begin());
         if (!isInline) {
             out_.put('\n');
         }
-        open_.push_back({&tag, 0, indent, isInline});
+        open_.push_back({&tag, children.begin(), children.end(), indent, isInline, false});
     }
 
     void nextChild(Open& parent)
     {
-        const Element& child = parent.tag->childAt(parent.next);
+        const Element& child = *parent.next++;
         const bool isInline = parent.isInline;
-        if (isInline && parent.next > 0 && isText(child) &&
-            isText(parent.tag->childAt(parent.next - 1))) {
+        if (isInline && parent.behindText && isText(child)) {
             out_.put(' ');
         }
-        ++parent.next;
+        parent.behindText = isText(child);
         const std::size_t depth = open_.size();
         begin(child, parent.indent + 1, isInline); // may end the life of `parent`
         if (!isInline && open_.size() == depth && child.kind() != Kind::Plain) {
