@@ -142,6 +142,7 @@ private:
     explicit Element(Arena* arena) : arena_(arena), ownsArena_(false) {}
 
     Arena& arena();
+    std::size_t sizeHint() const;
     void release() noexcept;
     void forget() noexcept;
     void take(Element& other) noexcept;

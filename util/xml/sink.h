@@ -1,9 +1,9 @@
 /// Collects written bytes in a small buffer and hands them on in large pieces.
 #pragma once
 
-#include <algorithm>
+#include "util/xml/copy.h"
+
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -16,6 +16,20 @@ public:
     explicit Sink(std::string& out) : out_(out) {}
     Sink(const Sink&) = delete;
     Sink& operator=(const Sink&) = delete;
+
+    static constexpr std::size_t kLargestPiece = 1024; ///< [bytes]
+
+    /// At least n bytes to write to, n <= kLargestPiece; advanceTo then tells
+    /// how far they were used.
+    char* room(std::size_t n)
+    {
+        if (n > static_cast<std::size_t>(buffer_ + sizeof buffer_ - at_)) {
+            flush();
+        }
+        return at_;
+    }
+
+    void advanceTo(char* at) { at_ = at; }
 
     void put(char byte)
     {
@@ -31,15 +45,10 @@ public:
     }
     void put(std::string_view text)
     {
-        if (text.size() <= kShort) {
-            at_ = copyShort(room(kShort), text);
-            return;
-        }
         while (!text.empty()) {
-            const std::size_t size = std::min(text.size(), kLargestPiece);
-            std::memcpy(room(size), text.data(), size);
-            at_ += size;
-            text.remove_prefix(size);
+            const std::string_view piece = text.substr(0, kLargestPiece);
+            at_ = copyBytes(room(piece.size()), piece);
+            text.remove_prefix(piece.size());
         }
     }
 
@@ -51,44 +60,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kLargestPiece = 1024; ///< [bytes]
-    static constexpr std::size_t kShort = 16;          ///< most names and keys [bytes]
-
-    template <class Word>
-    static char* copyEnds(char* to, std::string_view text)
-    {
-        Word first;
-        Word last;
-        std::memcpy(&first, text.data(), sizeof first);
-        std::memcpy(&last, text.data() + text.size() - sizeof last, sizeof last);
-        std::memcpy(to, &first, sizeof first);
-        std::memcpy(to + text.size() - sizeof last, &last, sizeof last);
-        return to + text.size();
-    }
-
-    /// Copies up to kShort bytes without a call, in two words that may overlap.
-    static char* copyShort(char* to, std::string_view text)
-    {
-        if (text.size() >= 8) {
-            return copyEnds<std::uint64_t>(to, text);
-        }
-        if (text.size() >= 4) {
-            return copyEnds<std::uint32_t>(to, text);
-        }
-        for (const char byte : text) {
-            *to++ = byte;
-        }
-        return to;
-    }
-
-    /// At least n bytes to write to, n <= kLargestPiece.
-    char* room(std::size_t n)
-    {
-        if (n > static_cast<std::size_t>(buffer_ + sizeof buffer_ - at_)) {
-            flush();
-        }
-        return at_;
-    }
+    static constexpr std::size_t kShort = 16; ///< most names and keys [bytes]
 
     std::string& out_;
     char* at_ = buffer_;

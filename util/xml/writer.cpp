@@ -1,4 +1,6 @@
+#include "util/xml/arena.h"
 #include "util/xml/characters.h"
+#include "util/xml/copy.h"
 #include "util/xml/element.h"
 #include "util/xml/sink.h"
 
@@ -36,40 +38,69 @@ int unwritable(__m128i bytes, __m128i quote)
     return _mm_movemask_epi8(_mm_or_si128(any, _mm_cmpeq_epi8(bytes, quote)));
 }
 
-/// Whether each byte of the text stands for itself and none is the quote.
-bool isPlain(std::string_view text, char quote)
+char* copyPlainBytes(char* to, std::string_view text, char quote)
+{
+    for (const char byte : text) {
+        if (!is(byte, kWritable) || byte == quote) {
+            return nullptr;
+        }
+        *to++ = byte;
+    }
+    return to;
+}
+
+/// Copies a text of which each byte stands for itself and none is the quote; the end of the copy.
+/// Null for any other text; the target then is garbage.
+char* copyPlain(char* to, std::string_view text, char quote)
 {
     constexpr std::size_t kStep = sizeof(__m128i);
-    if (text.size() < kStep) {
-        return std::all_of(text.begin(), text.end(),
-                           [quote](char byte) { return is(byte, kWritable) && byte != quote; });
-    }
+    const std::size_t size = text.size();
+    const char* const from = text.data();
     const __m128i quotes = _mm_set1_epi8(quote);
-    const auto isPlainAt = [&](std::size_t i) {
-        const void* const from = text.data() + i;
-        return unwritable(_mm_loadu_si128(static_cast<const __m128i*>(from)), quotes) == 0;
+    if (size < 8) {
+        return copyPlainBytes(to, text, quote);
+    }
+    if (size < kStep) {
+        const auto first = wordAt<std::int64_t>(from);
+        const auto last = wordAt<std::int64_t>(from + size - 8);
+        const bool isPlain = unwritable(_mm_set_epi64x(last, first), quotes) == 0;
+        return isPlain ? storeEnds(to, size, first, last) : nullptr;
+    }
+    int stops = 0;
+    const auto copyStep = [&](std::size_t i) {
+        const __m128i bytes = wordAt<__m128i>(from + i);
+        std::memcpy(to + i, &bytes, sizeof bytes);
+        stops |= unwritable(bytes, quotes);
     };
-    for (std::size_t i = 0; i + kStep < text.size(); i += kStep) {
-        if (!isPlainAt(i)) {
-            return false;
+    for (std::size_t i = 0; i + kStep < size; i += kStep) {
+        copyStep(i);
+    }
+    copyStep(size - kStep);
+    return stops == 0 ? to + size : nullptr;
+}
+
+void putEscapedBytes(Sink& out, std::string_view text, char quote)
+{
+    for (const char byte : text) {
+        if (is(byte, kWritable) && byte != quote) {
+            out.put(byte);
+        } else {
+            putReference(out, byte);
         }
     }
-    return isPlainAt(text.size() - kStep);
 }
 
 /// Writes the text with each byte that cannot stand for itself as a reference.
 /// quote: one more such byte; NUL for none, since NUL is one anyway.
 void putEscaped(Sink& out, std::string_view text, char quote = '\0')
 {
-    if (isPlain(text, quote)) {
-        out.put(text);
-        return;
-    }
-    for (const char byte : text) {
-        if (is(byte, kWritable) && byte != quote) {
-            out.put(byte);
+    while (!text.empty()) {
+        const std::string_view piece = text.substr(0, Sink::kLargestPiece);
+        text.remove_prefix(piece.size());
+        if (char* const end = copyPlain(out.room(piece.size()), piece, quote)) {
+            out.advanceTo(end);
         } else {
-            putReference(out, byte);
+            putEscapedBytes(out, piece, quote);
         }
     }
 }
@@ -81,15 +112,39 @@ char quoteFor(std::string_view value)
     return hasDouble && !hasSingle ? '\'' : '"';
 }
 
+/// Writes a short attribute whose value needs neither references nor other quotes; false, and
+/// nothing written, for any other.
+bool putPlainAttribute(Sink& out, const Attribute& attribute)
+{
+    const std::size_t size = attribute.key.size() + attribute.value.size() + 4;
+    if (size > Sink::kLargestPiece) {
+        return false;
+    }
+    char* at = out.room(size);
+    *at++ = ' ';
+    at = copyBytes(at, attribute.key);
+    *at++ = '=';
+    *at++ = '"';
+    at = copyPlain(at, attribute.value, '"');
+    if (at == nullptr) {
+        return false;
+    }
+    *at++ = '"';
+    out.advanceTo(at);
+    return true;
+}
+
 void putAttribute(Sink& out, const Attribute& attribute)
 {
+    if (putPlainAttribute(out, attribute)) {
+        return;
+    }
+    const char quote = quoteFor(attribute.value);
     out.put(' ');
     out.put(attribute.key);
-    const std::string_view value = attribute.value;
-    const char quote = isPlain(value, '"') ? '"' : quoteFor(value);
     out.put('=');
     out.put(quote);
-    putEscaped(out, value, quote);
+    putEscaped(out, attribute.value, quote);
     out.put(quote);
 }
 
@@ -204,9 +259,12 @@ private:
     std::vector<Open> open_;
 };
 
-std::string written(const Element& root, std::string_view lead)
+/// sizeHint: how long the text may become [bytes].
+std::string written(const Element& root, std::string_view lead, std::size_t sizeHint)
 {
-    std::string text(lead);
+    std::string text;
+    text.reserve(lead.size() + sizeHint);
+    text = lead;
     Sink out(text);
     Writer(out).write(root);
     if (root.kind() != Kind::Plain) {
@@ -218,14 +276,20 @@ std::string written(const Element& root, std::string_view lead)
 
 } // namespace
 
+/// A tree that was parsed is mostly written about as long as it was. A part of it may be small.
+std::size_t Element::sizeHint() const
+{
+    return ownsArena_ && arena_ != nullptr ? arena_->parsedBytes : 0;
+}
+
 std::string Element::fragment() const
 {
-    return written(*this, {});
+    return written(*this, {}, sizeHint());
 }
 
 std::string Element::toString() const
 {
-    return written(*this, kDeclaration);
+    return written(*this, kDeclaration, sizeHint());
 }
 
 bool Element::save(const std::string& path) const
