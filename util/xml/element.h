@@ -11,6 +11,7 @@
 /// [main thread]
 #pragma once
 
+#include "util/result.h"
 #include "util/xml/number.h"
 
 #include <concepts>
@@ -121,7 +122,7 @@ public:
     /// Parses a file's content, or that of an embedded resource where path begins with ":".
     [[nodiscard]] int loadFile(const std::string& path);
     /// Replaces the file as a whole; on failure the old one stays. Lines end in a line feed.
-    [[nodiscard]] bool save(const std::string& path) const;
+    Status save(const std::string& path) const;
     [[nodiscard]] std::string toString() const; ///< what save writes: declaration and tree
     [[nodiscard]] std::string fragment() const; ///< the tree without the declaration
 

@@ -1,3 +1,4 @@
+#include "util/file.h"
 #include "util/xml/arena.h"
 #include "util/xml/characters.h"
 #include "util/xml/copy.h"
@@ -6,9 +7,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <emmintrin.h>
-#include <fstream>
 #include <vector>
 
 namespace tvw::util::xml {
@@ -292,19 +291,12 @@ std::string Element::toString() const
     return written(*this, kDeclaration, sizeHint());
 }
 
-bool Element::save(const std::string& path) const
+Status Element::save(const std::string& path) const
 {
-    const std::string temporary = path + ".part";
-    {
-        std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-        file << toString();
-        file.close();
-        if (!file) {
-            std::remove(temporary.c_str());
-            return false;
-        }
+    if (path.starts_with(':')) {
+        return Status::failure("cannot write the embedded resource " + path);
     }
-    return std::rename(temporary.c_str(), path.c_str()) == 0;
+    return writeFileAtomically(path, toString());
 }
 
 } // namespace tvw::util::xml
