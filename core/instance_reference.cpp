@@ -43,6 +43,7 @@ InstanceReference::InstanceReference(Instance* instance) : instance_(instance)
 
 InstanceReference::~InstanceReference()
 {
+    *watch_ = nullptr;
     detach();
     while (!childItems().empty())
         childItems().back()->destroy();

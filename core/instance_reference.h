@@ -46,6 +46,10 @@ public:
     void takeOut();
     void putIn(InstanceReference* parent, int index);
 
+    /// Points at this entry, and at null once it has ended: for whoever may outlive it.
+    using Watch = std::shared_ptr<InstanceReference*>;
+    Watch watch() const { return watch_; }
+
     /// The token that the entry's undo records share.
     std::shared_ptr<LimboOwner> limboOwner();
 
@@ -66,6 +70,7 @@ private:
     std::array<ColumnState, kColumnCount> saved_{ColumnState::On, ColumnState::On, ColumnState::On};
     bool alive_ = true;
     std::weak_ptr<LimboOwner> limboOwner_;
+    Watch watch_ = std::make_shared<InstanceReference*>(this);
 };
 
 /// The name of the tool above, empty below the root.

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "adaptor/stage/flicks.h"
-#include "core/contract/snapshot.h"
+#include "core/core_node.h"
 
 #include <memory>
 #include <vector>
@@ -36,9 +36,10 @@ protected:
     bool inUse_ = false;
 };
 
-class PoseSnapshot final : public CSnapshot, public SnapshotBase
+class PoseSnapshot final : public core::HostSnapshot<CSnapshot>, public SnapshotBase
 {
 public:
+    void giveBack() noexcept override { close(); }
     void setLocal(const Matrix4& transform) override;
     void getLocal(Matrix4& out) override;
     void getGlobal(Matrix4& out) override;
@@ -46,27 +47,30 @@ public:
     double getTime() override { return time_; }
 };
 
-class HelperSnapshot final : public CSnapshot_Helper, public SnapshotBase
+class HelperSnapshot final : public core::HostSnapshot<CSnapshot_Helper>, public SnapshotBase
 {
 public:
+    void giveBack() noexcept override { close(); }
     void setMesh(const CMesh& mesh) override;
     void setColor(float red, float green, float blue) override;
     void setWireframe(bool on) override;
     void setAlwaysOnTop(bool on) override;
 };
 
-class MeshSnapshot final : public CSnapshot_Mesh, public SnapshotBase
+class MeshSnapshot final : public core::HostSnapshot<CSnapshot_Mesh>, public SnapshotBase
 {
 public:
+    void giveBack() noexcept override { close(); }
     void setMesh(const CMesh& mesh) override;
     CMesh getMesh() override;
     bool rayCast(const Vector3<double>& origin, const Vector3<double>& direction, double* distance,
                  Vector3<double>* normal) override;
 };
 
-class LensSnapshot final : public CSnapshot_Lens, public SnapshotBase
+class LensSnapshot final : public core::HostSnapshot<CSnapshot_Lens>, public SnapshotBase
 {
 public:
+    void giveBack() noexcept override { close(); }
     void setFieldOfView(double degrees) override;
     double getFieldOfView() override;
     int getFieldOfViewType() override;
@@ -79,9 +83,10 @@ public:
 };
 
 /// A node has one curve, in its own space.
-class ShapeSnapshot final : public CSnapshot_Shape, public SnapshotBase
+class ShapeSnapshot final : public core::HostSnapshot<CSnapshot_Shape>, public SnapshotBase
 {
 public:
+    void giveBack() noexcept override { close(); }
     int curveCount() override { return 1; }
     int selectCurve(int) override { return 0; }
     double curveLength() override;

@@ -16,10 +16,10 @@ std::vector<Vector3d> withoutRepeats(const std::vector<Vector3d>& points, bool c
 {
     std::vector<Vector3d> out;
     for (const Vector3d& p : points) {
-        if (out.empty() || !(p == out.back()))
+        if (out.empty() || tvw::length(p - out.back()) > 0.0)
             out.push_back(p);
     }
-    while (closed && out.size() > 1 && out.back() == out.front())
+    while (closed && out.size() > 1 && !(tvw::length(out.back() - out.front()) > 0.0))
         out.pop_back();
     return out;
 }

@@ -21,6 +21,8 @@
 
 namespace tvw::rgs::stage {
 
+class TagIndex;
+
 /// What the stage takes from whoever joins it to the core and to a window. Each may be empty.
 struct StageHooks
 {
@@ -244,6 +246,7 @@ private:
     int hostKeysOff_ = 0;
     void* window_ = nullptr;
     std::uint64_t rangeNoted_ = 0;
+    const TagIndex* tags_ = nullptr; ///< while tools are gathered
 
     std::vector<std::unique_ptr<StageNode>> nodes_; ///< removed ones too
     std::vector<StageNode*> top_;

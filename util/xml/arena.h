@@ -64,6 +64,8 @@ public:
         return room;
     }
 
+    std::size_t parsedBytes = 0; ///< length of the texts that were parsed into it
+
 private:
     struct alignas(std::max_align_t) Block
     {

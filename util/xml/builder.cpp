@@ -94,6 +94,7 @@ int Builder::build(std::string_view text, Element& root)
     }
     at_ = arena_.copy(text);
     end_ = at_ + text.size();
+    arena_.parsedBytes += text.size();
     const int result = buildRoot(root);
     closeAll();
     return result;

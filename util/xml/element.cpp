@@ -280,12 +280,6 @@ bool Element::equals(const Element& other) const
     return true;
 }
 
-Attribute Element::attributeAt(std::size_t i) const
-{
-    const AttributeRecord& record = attributes_[i];
-    return {{record.key, record.keySize}, {record.value, record.valueSize}};
-}
-
 std::uint32_t Element::indexOfLast(std::string_view key) const
 {
     for (std::uint32_t i = attributeCount_; i-- > 0;) {

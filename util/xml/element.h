@@ -11,6 +11,7 @@
 /// [main thread]
 #pragma once
 
+#include "util/result.h"
 #include "util/xml/number.h"
 
 #include <concepts>
@@ -38,7 +39,7 @@ inline constexpr int noRoot = 2;         ///< the text does not begin with a tag
 inline constexpr int unclosed = 3;       ///< the text ends within an element
 inline constexpr int mismatched = 4;     ///< a closing tag has another name
 inline constexpr int badSyntax = 5;      ///< bad attribute, nothing behind the declaration, nested
-                                    ///< deeper than kMaximumDepth, or more than 4 GiB
+                                         ///< deeper than kMaximumDepth, or more than 4 GiB
 } // namespace code
 
 inline constexpr std::size_t kMaximumDepth = 200; ///< of nested tags in a text that parse accepts
@@ -109,7 +110,11 @@ public:
     findAttribute(std::string_view key) const; ///< the first one's, else ""
     [[nodiscard]] bool hasAttribute(std::string_view key) const;
     [[nodiscard]] std::size_t attributeCount() const { return attributeCount_; }
-    [[nodiscard]] Attribute attributeAt(std::size_t i) const; ///< i < attributeCount()
+    [[nodiscard]] Attribute attributeAt(std::size_t i) const ///< i < attributeCount()
+    {
+        const AttributeRecord& record = attributes_[i];
+        return {{record.key, record.keySize}, {record.value, record.valueSize}};
+    }
 
     // Text. A failed parse leaves what had been built.
 
@@ -117,7 +122,7 @@ public:
     /// Parses a file's content, or that of an embedded resource where path begins with ":".
     [[nodiscard]] int loadFile(const std::string& path);
     /// Replaces the file as a whole; on failure the old one stays. Lines end in a line feed.
-    [[nodiscard]] bool save(const std::string& path) const;
+    Status save(const std::string& path) const;
     [[nodiscard]] std::string toString() const; ///< what save writes: declaration and tree
     [[nodiscard]] std::string fragment() const; ///< the tree without the declaration
 
@@ -138,6 +143,7 @@ private:
     explicit Element(Arena* arena) : arena_(arena), ownsArena_(false) {}
 
     Arena& arena();
+    std::size_t sizeHint() const;
     void release() noexcept;
     void forget() noexcept;
     void take(Element& other) noexcept;

@@ -1,9 +1,9 @@
+#include "util/file.h"
 #include "util/xml/arena.h"
 #include "util/xml/builder.h"
 #include "util/xml/element.h"
 
-#include <fstream>
-#include <iterator>
+#include <optional>
 #include <utility>
 
 namespace tvw::util::xml {
@@ -16,17 +16,15 @@ ResourceLoader& resourceLoader()
     return loader;
 }
 
-bool readBytes(const std::string& path, std::string& out)
+std::optional<std::string> contentOf(const std::string& path)
 {
     if (path.starts_with(':')) {
-        return resourceLoader() && resourceLoader()(path, out);
+        std::string content;
+        const bool isFound = resourceLoader() && resourceLoader()(path, content);
+        return isFound ? std::optional(std::move(content)) : std::nullopt;
     }
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        return false;
-    }
-    out.assign(std::istreambuf_iterator<char>(file), {});
-    return !file.bad();
+    Result<std::string> content = readFile(path);
+    return content ? std::optional(*std::move(content)) : std::nullopt;
 }
 
 } // namespace
@@ -53,8 +51,8 @@ int Element::parse(std::string_view text)
 int Element::loadFile(const std::string& path)
 {
     clear();
-    std::string content;
-    return readBytes(path, content) ? parse(content) : code::fileUnreadable;
+    const std::optional<std::string> content = contentOf(path);
+    return content ? parse(*content) : code::fileUnreadable;
 }
 
 } // namespace tvw::util::xml
