@@ -32,8 +32,8 @@ std::vector<Element> ConfigProfileManager::loadFromFile(const std::string& path)
         return {};
     if (configadaptor::isPresentProfile(root))
         return {root};
-    const bool isPresent =
-        root.name() == "configprofiles" && root.attributeValue("version") == configadaptor::kProfileVersion;
+    const bool isPresent = root.name() == "configprofiles" &&
+                           root.attributeValue("version") == configadaptor::kProfileVersion;
     std::vector<Element> profiles;
     for (const Element& child : root.children()) {
         if (isPresent && child.name() == "configprofile")

@@ -63,7 +63,8 @@ private:
 
 bool isPresentProfile(const Element& element)
 {
-    return element.name() == "configprofile" && element.attributeValue("version") == kProfileVersion;
+    return element.name() == "configprofile" &&
+           element.attributeValue("version") == kProfileVersion;
 }
 
 Element convertProfile(const Element& element)
