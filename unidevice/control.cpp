@@ -22,7 +22,10 @@ Control::Control(const Control& other)
 {
 }
 
-Control::~Control() { dropTargets(); }
+Control::~Control()
+{
+    dropTargets();
+}
 
 Element& Control::writeXml(Element& element) const
 {
@@ -46,11 +49,20 @@ bool Control::matches(const Element& element) const
     return place.empty() || util::xml::integer(place) == index;
 }
 
-bool Control::supportsEffect(EffectKind) { return false; }
+bool Control::supportsEffect(EffectKind)
+{
+    return false;
+}
 
-Effect* Control::createEffect(EffectKind) { return nullptr; }
+Effect* Control::createEffect(EffectKind)
+{
+    return nullptr;
+}
 
-bool Control::hasChanged() const { return std::abs(previous - current) > threshold; }
+bool Control::hasChanged() const
+{
+    return std::abs(previous - current) > threshold;
+}
 
 void Control::removeTarget(ControlTarget* target)
 {

@@ -87,9 +87,9 @@ public:
     double previous = 0.0;
     double current = 0.0;
     double threshold;
-    std::string type;         ///< "Axis", "Slider", "Hat", "Button", a key's name, or "control"
-    std::int32_t index = 0;   ///< among the device's controls of that type
-    std::string description;  ///< for people
+    std::string type;        ///< "Axis", "Slider", "Hat", "Button", a key's name, or "control"
+    std::int32_t index = 0;  ///< among the device's controls of that type
+    std::string description; ///< for people
     Device* device;
 
 private:

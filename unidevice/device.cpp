@@ -58,9 +58,15 @@ Control* Device::findControl(const Element& element)
     return nullptr;
 }
 
-bool Device::acquire(void*) { return true; }
+bool Device::acquire(void*)
+{
+    return true;
+}
 
-bool Device::release(void*) { return true; }
+bool Device::release(void*)
+{
+    return true;
+}
 
 void Device::takeFreeIndex()
 {

@@ -19,12 +19,13 @@ using ExcludeList = std::vector<Control*>;
 class Device : public DynamicObject
 {
 public:
-    /// listed: enters the hub's list at its end at once. The hub's listeners don't hear of it, since
-    /// there is nothing to ask yet: a device that comes while they listen calls `DeviceHub::addDevice`
-    /// at the end of its constructor.
+    /// listed: enters the hub's list at its end at once. The hub's listeners don't hear of it,
+    /// since there is nothing to ask yet: a device that comes while they listen calls
+    /// `DeviceHub::addDevice` at the end of its constructor.
     Device(std::string name, bool listed);
 
-    /// Withdraws while the controls still stand, so that bindings can be noted, then ends the device.
+    /// Withdraws while the controls still stand, so that bindings can be noted, then ends the
+    /// device.
     void destroy() override;
 
     /// Makes the element a `control` of this device. Answers it.
@@ -41,8 +42,8 @@ public:
     /// Makes ready for detection; whether the device can be used.
     virtual bool prepare(void* window) = 0;
 
-    /// Updates once and answers the control that moved the most, null when none moved. exclude: may be
-    /// null.
+    /// Updates once and answers the control that moved the most, null when none moved. exclude: may
+    /// be null.
     virtual Control* detectControl(const ExcludeList* exclude) = 0;
     virtual void resetControls() = 0; ///< previous and current of all to 0
     virtual bool acquire(void* window);
@@ -81,7 +82,8 @@ private:
 /// Whether a stored `control` element can mean this device: an empty name means any.
 bool deviceMatches(const util::xml::Element& element, const Device& device);
 
-/// Of two moved controls the one with the larger change, the first one on a tie; either may be null.
+/// Of two moved controls the one with the larger change, the first one on a tie; either may be
+/// null.
 Control* strongerMoved(Control* first, Control* second);
 
 } // namespace tvw::unidevice

@@ -154,12 +154,24 @@ void DeviceHub::removeDevice(Device* device)
         device->controlAt(i)->dropTargets();
 }
 
-void DeviceHub::addDriver(Driver* driver) { drivers_.push_back(driver); }
+void DeviceHub::addDriver(Driver* driver)
+{
+    drivers_.push_back(driver);
+}
 
-void DeviceHub::removeDriver(Driver* driver) { takeOut(drivers_, driver); }
+void DeviceHub::removeDriver(Driver* driver)
+{
+    takeOut(drivers_, driver);
+}
 
-void DeviceHub::addListener(Listener* listener) { listeners_.push_back(listener); }
+void DeviceHub::addListener(Listener* listener)
+{
+    listeners_.push_back(listener);
+}
 
-void DeviceHub::removeListener(Listener* listener) { takeOut(listeners_, listener); }
+void DeviceHub::removeListener(Listener* listener)
+{
+    takeOut(listeners_, listener);
+}
 
 } // namespace tvw::unidevice

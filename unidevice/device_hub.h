@@ -6,7 +6,8 @@
 
 namespace tvw::unidevice {
 
-/// Made on first use, ended by `end`: devices are destroyed last to first, then drivers. [main thread]
+/// Made on first use, ended by `end`: devices are destroyed last to first, then drivers. [main
+/// thread]
 class DeviceHub : public Singleton<DeviceHub>
 {
 public:
@@ -24,12 +25,12 @@ public:
     int deviceCount() const { return static_cast<int>(devices_.size()); }
     Device* deviceAt(int index) const; ///< null out of range
 
-    /// Lists the device; -1 or past the end means the end. It is owned by the hub only in that `end`
-    /// destroys what is still listed.
+    /// Lists the device; -1 or past the end means the end. It is owned by the hub only in that
+    /// `end` destroys what is still listed.
     void addDevice(Device* device, int index = -1);
 
-    /// Takes it out, does not end it. First the listeners hear of it, then every control of the device
-    /// tells its targets that it is gone.
+    /// Takes it out, does not end it. First the listeners hear of it, then every control of the
+    /// device tells its targets that it is gone.
     void removeDevice(Device* device);
 
     void addDriver(Driver* driver);

@@ -9,7 +9,10 @@ namespace tvw::unidevice {
 
 // The loops count, since a device that finds its hardware gone may leave in the middle of one.
 
-Driver::Driver(std::string name) : name_(std::move(name)) { DeviceHub::instance().addDriver(this); }
+Driver::Driver(std::string name) : name_(std::move(name))
+{
+    DeviceHub::instance().addDriver(this);
+}
 
 Driver::~Driver()
 {
@@ -69,7 +72,10 @@ Device* Driver::deviceAt(int index) const
     return inRange ? devices_[static_cast<std::size_t>(index)] : nullptr;
 }
 
-int Driver::deviceCount() const { return static_cast<int>(devices_.size()); }
+int Driver::deviceCount() const
+{
+    return static_cast<int>(devices_.size());
+}
 
 bool Driver::acquire()
 {

@@ -11,16 +11,16 @@ class Driver
 public:
     explicit Driver(std::string name);
 
-    virtual bool update();                                        ///< all devices, in order; true
-    virtual int prepare();                                        ///< how many can be used
-    virtual Control* detectControl(const ExcludeList* exclude);   ///< of all devices' the strongest
+    virtual bool update();                                      ///< all devices, in order; true
+    virtual int prepare();                                      ///< how many can be used
+    virtual Control* detectControl(const ExcludeList* exclude); ///< of all devices' the strongest
     virtual bool addDevice(Device* device);
-    virtual bool removeDevice(Device* device);                    ///< whether it was there
+    virtual bool removeDevice(Device* device); ///< whether it was there
     virtual Device* deviceAt(int index) const;
     virtual int deviceCount() const;
     virtual bool acquire(); ///< every device is asked; true when all could
     virtual bool release();
-    virtual ~Driver();      ///< detaches its devices, last to first
+    virtual ~Driver(); ///< detaches its devices, last to first
     virtual void destroy() { delete this; }
 
     Driver(const Driver&) = delete;

@@ -30,8 +30,8 @@ std::string describe(const Control& part)
         return part.description;
     std::string text = part.device->name();
     if (part.device->devIndex() != 0)
-        text += "(" + std::to_string(part.device->devIndex()) + ")";
-    return text + ":" + part.description;
+        text.append("(").append(std::to_string(part.device->devIndex())).append(")");
+    return text.append(":").append(part.description);
 }
 
 } // namespace
@@ -62,7 +62,8 @@ Element& EmulatedTControl::writeXml(Element& element) const
 
 bool EmulatedTControl::matches(const Element& element) const
 {
-    if (!positive_ || !negative_ || !Control::matches(element) || element.childCount("control") != 2)
+    if (!positive_ || !negative_ || !Control::matches(element) ||
+        element.childCount("control") != 2)
         return false;
     bool positiveFound = false;
     bool negativeFound = false;
@@ -105,7 +106,10 @@ EmulatedTrinaryDevice::EmulatedTrinaryDevice() : Device("TrinaryEmulator", false
     hub.addDevice(this);
 }
 
-EmulatedTrinaryDevice::~EmulatedTrinaryDevice() { withdraw(); }
+EmulatedTrinaryDevice::~EmulatedTrinaryDevice()
+{
+    withdraw();
+}
 
 Control* EmulatedTrinaryDevice::createEmulated(Control* positive, Control* negative)
 {

@@ -15,7 +15,8 @@ public:
     EmulatedTControl(Device* owner, Control* positive, Control* negative);
     ~EmulatedTControl() override;
 
-    /// With a `control` child for each part that is left, its `te_direction` "positive" or "negative".
+    /// With a `control` child for each part that is left, its `te_direction` "positive" or
+    /// "negative".
     util::xml::Element& writeXml(util::xml::Element& element) const override;
     bool matches(const util::xml::Element& element) const override;
     double value() override;
@@ -28,8 +29,8 @@ private:
     Control* negative_;
 };
 
-/// "TrinaryEmulator": holds what was put together, for as long as the device lives. It never counts as
-/// usable by itself and nothing of it is ever detected.
+/// "TrinaryEmulator": holds what was put together, for as long as the device lives. It never counts
+/// as usable by itself and nothing of it is ever detected.
 class EmulatedTrinaryDevice final : public Device, DynamicCreator<EmulatedTrinaryDevice>
 {
 public:

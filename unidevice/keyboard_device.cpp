@@ -18,15 +18,40 @@ struct Key
 };
 
 constexpr Key kKeys[] = {
-    {8, "Backspace"},    {9, "Tab"},         {12, "Clear"},      {13, "RETUR"},
-    {16, "Shift"},       {17, "CTRL"},       {18, "ALT"},        {19, "PAUSE"},
-    {20, "Caps_lock"},   {27, "Escape"},     {32, "Space"},      {33, "Page_UP"},
-    {34, "Page_DOWN"},   {35, "End"},        {36, "Home"},       {37, "Left_Arrow"},
-    {38, "Up_Arrow"},    {39, "Right_Arrow"}, {40, "Down_Arrow"}, {45, "Insert"},
-    {46, "Delete"},      {91, "Left_Windows_key"}, {92, "Right_Windows_key"},
-    {106, "Num_*"},      {107, "Num_+"},     {109, "Num_-"},     {110, "Num_,"},
-    {111, "Num_/"},      {164, "Left_MENU"}, {165, "Right_MENU"}, {187, "+"},
-    {188, ","},          {189, "-"},         {190, "."},
+    {8, "Backspace"},
+    {9, "Tab"},
+    {12, "Clear"},
+    {13, "RETUR"},
+    {16, "Shift"},
+    {17, "CTRL"},
+    {18, "ALT"},
+    {19, "PAUSE"},
+    {20, "Caps_lock"},
+    {27, "Escape"},
+    {32, "Space"},
+    {33, "Page_UP"},
+    {34, "Page_DOWN"},
+    {35, "End"},
+    {36, "Home"},
+    {37, "Left_Arrow"},
+    {38, "Up_Arrow"},
+    {39, "Right_Arrow"},
+    {40, "Down_Arrow"},
+    {45, "Insert"},
+    {46, "Delete"},
+    {91, "Left_Windows_key"},
+    {92, "Right_Windows_key"},
+    {106, "Num_*"},
+    {107, "Num_+"},
+    {109, "Num_-"},
+    {110, "Num_,"},
+    {111, "Num_/"},
+    {164, "Left_MENU"},
+    {165, "Right_MENU"},
+    {187, "+"},
+    {188, ","},
+    {189, "-"},
+    {190, "."},
 };
 
 /// Keys whose codes follow each other: a prefix, then digits or letters that count on.
@@ -80,7 +105,10 @@ KeyboardDevice::KeyboardDevice() : Device("Keyboard", false)
     hub.addDevice(this);
 }
 
-KeyboardDevice::~KeyboardDevice() { withdraw(); }
+KeyboardDevice::~KeyboardDevice()
+{
+    withdraw();
+}
 
 void KeyboardDevice::addKey(int virtualKey, const char* name)
 {

@@ -9,8 +9,8 @@
 
 namespace tvw::unidevice {
 
-/// "Keyboard": a control for each key that has a name, 0 up and 1 down. It reads no hardware: whoever
-/// has the window's key events passes them on. Keys count while the device is acquired.
+/// "Keyboard": a control for each key that has a name, 0 up and 1 down. It reads no hardware:
+/// whoever has the window's key events passes them on. Keys count while the device is acquired.
 class KeyboardDevice final : public Device, DynamicCreator<KeyboardDevice>
 {
 public:

@@ -32,7 +32,10 @@ Property::Property(std::string name, std::uint32_t kindMask)
 {
 }
 
-Property::~Property() { bind(nullptr); }
+Property::~Property()
+{
+    bind(nullptr);
+}
 
 void Property::controlDeleted(Control* control)
 {

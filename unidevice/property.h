@@ -18,9 +18,9 @@ public:
 
     void controlDeleted(Control* control) override;
 
-    /// The shaped value: the dead zone is taken off the magnitude and the rest stretched back to full
-    /// deflection, then exponent, sign, multiplier and offset in this order. 0 stands for an unbound
-    /// control. Takes no lock, allocates nothing. Not a number at a dead zone of exactly 1.
+    /// The shaped value: the dead zone is taken off the magnitude and the rest stretched back to
+    /// full deflection, then exponent, sign, multiplier and offset in this order. 0 stands for an
+    /// unbound control. Takes no lock, allocates nothing. Not a number at a dead zone of exactly 1.
     virtual double value();
 
     virtual void destroy() { delete this; }
@@ -40,7 +40,8 @@ public:
     double deadzone = 0.1; ///< of full deflection, 0 to below 1
     double offset = 0.0;
 
-    /// A stored binding that no present device could meet; kept so that it survives a save. Never null.
+    /// A stored binding that no present device could meet; kept so that it survives a save. Never
+    /// null.
     util::xml::Element& pendingControl() { return *pending_; }
     const util::xml::Element& pendingControl() const { return *pending_; }
 

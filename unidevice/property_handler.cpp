@@ -6,7 +6,10 @@ namespace tvw::unidevice {
 
 using util::xml::Element;
 
-PropertyHandler::PropertyHandler() { DeviceHub::instance().addListener(this); }
+PropertyHandler::PropertyHandler()
+{
+    DeviceHub::instance().addListener(this);
+}
 
 PropertyHandler::~PropertyHandler()
 {
@@ -123,8 +126,14 @@ void PropertyHandler::keepBindingsOf(const Device& device)
     }
 }
 
-void PropertyHandler::deviceAdded(Device*) { retryPending(); }
+void PropertyHandler::deviceAdded(Device*)
+{
+    retryPending();
+}
 
-void PropertyHandler::deviceRemoved(Device* device) { keepBindingsOf(*device); }
+void PropertyHandler::deviceRemoved(Device* device)
+{
+    keepBindingsOf(*device);
+}
 
 } // namespace tvw::unidevice

@@ -15,7 +15,8 @@ constexpr double kMovementThreshold = 0.1;
 std::string descriptionOf(const std::string& type, int index)
 {
     if (type == "Hat")
-        return "Hat " + std::to_string(index / 2 + 1) + (index % 2 == 0 ? " (X axis)" : " (Y axis)");
+        return "Hat " + std::to_string(index / 2 + 1) +
+               (index % 2 == 0 ? " (X axis)" : " (Y axis)");
     return type + " " + std::to_string(index + 1);
 }
 
@@ -36,7 +37,10 @@ ScriptedDevice::ScriptedDevice(std::string name, const ScriptedLayout& layout)
     hub.addDevice(this);
 }
 
-ScriptedDevice::~ScriptedDevice() { withdraw(); }
+ScriptedDevice::~ScriptedDevice()
+{
+    withdraw();
+}
 
 void ScriptedDevice::addControls(const char* type, int count, std::uint32_t kindMask)
 {

@@ -16,9 +16,15 @@ ResourceLister& resourceLister()
     return lister;
 }
 
-bool isEmbedded(std::string_view path) { return path.starts_with(':'); }
+bool isEmbedded(std::string_view path)
+{
+    return path.starts_with(':');
+}
 
-bool isFile(const std::string& path) { return path.size() >= 4 && path[path.size() - 4] == '.'; }
+bool isFile(const std::string& path)
+{
+    return path.size() >= 4 && path[path.size() - 4] == '.';
+}
 
 std::string lowerCase(std::string_view text)
 {
@@ -47,7 +53,10 @@ std::vector<std::string> listFolder(const std::string& folder, const std::string
 
 } // namespace
 
-void setResourceLister(ResourceLister lister) { resourceLister() = std::move(lister); }
+void setResourceLister(ResourceLister lister)
+{
+    resourceLister() = std::move(lister);
+}
 
 std::string XMLFileManager::saveToFile(const Element& element, const std::string& folder)
 {
@@ -85,7 +94,10 @@ std::vector<Element> XMLFileManager::othersIn(const std::string& path, const std
     return profiles;
 }
 
-void XMLFileManager::addReadOnly(std::string_view name) { readOnlyNames_.push_back(lowerCase(name)); }
+void XMLFileManager::addReadOnly(std::string_view name)
+{
+    readOnlyNames_.push_back(lowerCase(name));
+}
 
 bool XMLFileManager::isReadOnly(std::string_view name) const
 {

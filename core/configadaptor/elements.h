@@ -11,7 +11,8 @@ class Root final : public Node
 public:
     Root();
     void writeProfile(util::xml::Element& out) override;
-    void readProfile(const util::xml::Element& profile) override; ///< converts an older format first
+    void
+    readProfile(const util::xml::Element& profile) override; ///< converts an older format first
     util::xml::Element buildLayout() override;
 };
 
@@ -110,8 +111,8 @@ private:
 class ComboBox final : public Node, public CInterface::ComboUpdater
 {
 public:
-    ComboBox(std::uint32_t id, std::string label, std::string tooltip, std::vector<std::string> items,
-             std::int32_t* index, CInterfaceCallback* callback);
+    ComboBox(std::uint32_t id, std::string label, std::string tooltip,
+             std::vector<std::string> items, std::int32_t* index, CInterfaceCallback* callback);
     void update(const std::vector<std::string>& items) override;
     void refresh() override;
     void writeProfile(util::xml::Element& out) override;
@@ -125,6 +126,8 @@ public:
     std::vector<std::string> choices() override { return items_; }
 
 private:
+    bool choose(std::string_view text); ///< whether there is such an entry
+
     std::vector<std::string> items_;
     std::int32_t* index_;
 };

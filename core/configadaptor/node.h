@@ -1,5 +1,5 @@
-/// The tree of a tool's configuration items: at once the model, the source of the generated window and
-/// the serialiser of profiles. Each leaf reads and writes the tool's own variable.
+/// The tree of a tool's configuration items: at once the model, the source of the generated window
+/// and the serialiser of profiles. Each leaf reads and writes the tool's own variable.
 #pragma once
 
 #include "core/contract/interface_callback.h"
@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tvw::gui {
@@ -28,7 +29,18 @@ inline constexpr std::uint32_t itemChanged = 36864;    ///< to listeners, param:
 } // namespace message
 
 /// A value-carrying item's kind, for whoever shows or scripts it.
-enum class NodeKind { Root, Group, Spinner, IntSpinner, CheckBox, TextBox, ComboBox, Button, Label, Template };
+enum class NodeKind {
+    Root,
+    Group,
+    Spinner,
+    IntSpinner,
+    CheckBox,
+    TextBox,
+    ComboBox,
+    Button,
+    Label,
+    Template
+};
 
 /// THE ORDER OF THE VIRTUAL OPERATIONS IS FROZEN. [main thread]
 class Node : public DynamicObject, public Composite_Dynamic<Node>, public MessageNode
@@ -37,7 +49,8 @@ public:
     Node(NodeKind kind, std::uint32_t id, std::string label, std::string tooltip,
          CInterfaceCallback* callback);
 
-    /// Shows the present value in every view.
+    /// Shows the present value, and those below, in every view. At once done while there is no view
+    /// in the process: tools may call it in every frame.
     virtual void refresh();
 
     /// Makes this node's element of a profile; leaves `out` empty when it has none.
@@ -47,7 +60,7 @@ public:
     virtual void readProfile(const util::xml::Element& profile);
     virtual void findUndoData(util::xml::Element& out);
 
-    virtual double valueOf(std::uint32_t id);               ///< 0 when this subtree has no such id
+    virtual double valueOf(std::uint32_t id); ///< 0 when this subtree has no such id
     virtual void setValueOf(std::uint32_t id, double value);
     virtual double value() { return 0.0; }
     virtual void setValue(double) {}
@@ -68,8 +81,8 @@ public:
 
     // What scripts and windows ask of any item; each does nothing where it has no meaning.
 
-    /// The user's change: the value is bounded, written and shown, and the tool hears of it in an undo
-    /// named after the label.
+    /// The user's change: the value is bounded, written and shown, and the tool hears of it in an
+    /// undo named after the label.
     virtual void change(double value);
     virtual void changeText(const std::string& text);
     virtual void press();
@@ -79,13 +92,25 @@ public:
     virtual double step() { return 0.0; }
     virtual std::vector<std::string> choices() { return {}; }
 
-    /// A view of this node: kept in step until it is taken away.
-    void addView(gui::Component* view) { views_.push_back(view); }
+    /// A view of this node: kept in step until it is taken away. Not owned.
+    void addView(gui::Component* view);
     void removeView(gui::Component* view);
+
+    ~Node() override;
 
 protected:
     /// Runs the tool's callback in its undo bracket and tells the listeners.
     void announceChange();
+
+    /// Writes the value into each view of this node.
+    void showInViews();
+
+    /// An `item` of a profile that bears this node's id and label, with a type where it isn't
+    /// empty.
+    util::xml::Element makeItem(std::string_view type) const;
+
+    /// Adds the layouts of the children.
+    void addLayoutsTo(util::xml::Element& list);
 
     /// The `item` of a profile that means this node, or an empty element.
     const util::xml::Element& itemIn(const util::xml::Element& group) const;
@@ -100,6 +125,10 @@ private:
     CInterfaceCallback* callback_;
     std::vector<gui::Component*> views_;
 };
+
+/// How a node's value reaches one of its views: set once by whoever has views. Null: nowhere.
+using ShowInView = void (*)(gui::Component& view, Node& node);
+void setShowInView(ShowInView show);
 
 /// How undo brackets reach the host: set once at start. Null: no brackets.
 struct UndoBracket

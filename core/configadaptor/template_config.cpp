@@ -19,7 +19,8 @@ constexpr std::string_view kDataPathToken = "[datapath]";
 
 std::string replaced(std::string text, std::string_view token, const std::string& by)
 {
-    for (std::size_t at = text.find(token); at != std::string::npos; at = text.find(token, at + by.size()))
+    for (std::size_t at = text.find(token); at != std::string::npos;
+         at = text.find(token, at + by.size()))
         text.replace(at, token.size(), by);
     return text;
 }
@@ -73,8 +74,8 @@ void TemplateConfig::collect(const Element& element)
         constexpr double kAny = std::numeric_limits<double>::max();
         const double value = isFlag ? (element.attributeValue("defaultstate") == "true" ? 1.0 : 0.0)
                                     : attribute("defaultvalue", 0.0);
-        values_.push_back({static_cast<std::uint32_t>(*id), element.attributeValue("label"), isFlag, value,
-                           attribute("min", -kAny), attribute("max", kAny)});
+        values_.push_back({static_cast<std::uint32_t>(*id), element.attributeValue("label"), isFlag,
+                           value, attribute("min", -kAny), attribute("max", kAny)});
     }
     for (const Element& child : element.children())
         collect(child);
@@ -98,8 +99,8 @@ void TemplateConfig::setValueOf(std::uint32_t id, double value)
     IdData* const data = find(id);
     if (!data || value != value)
         return;
-    data->value = data->isFlag ? (value != 0.0 ? 1.0 : 0.0)
-                               : std::clamp(value, data->minimum, data->maximum);
+    data->value =
+        data->isFlag ? (value != 0.0 ? 1.0 : 0.0) : std::clamp(value, data->minimum, data->maximum);
     refresh();
     Message changed(message::itemChanged, id, 0);
     originate(changed);
@@ -112,7 +113,8 @@ void TemplateConfig::writeProfile(Element& out)
     for (const IdData& data : values_) {
         std::string text = data.value != 0.0 ? "1" : "0";
         if (!data.isFlag)
-            text = base64Encode(std::string_view(reinterpret_cast<const char*>(&data.value), sizeof(double)));
+            text = base64Encode(
+                std::string_view(reinterpret_cast<const char*>(&data.value), sizeof(double)));
         Element item = util::xml::TagWithData("item", text);
         item.setAttribute("id", std::to_string(data.id));
         if (!data.isFlag)

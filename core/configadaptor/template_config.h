@@ -1,4 +1,5 @@
-/// The items of a template: a layout of its own, whose spinners and check boxes hold their values here.
+/// The items of a template: a layout of its own, whose spinners and check boxes hold their values
+/// here.
 #pragma once
 
 #include "core/configadaptor/node.h"
