@@ -47,9 +47,9 @@ public:
     /// True if `face` holds whole triangles and each of its indices is one of `vertex`.
     [[nodiscard]] bool isSound() const noexcept;
 
-    /// Fills an element that this names "CMesh" and whose children it drops: as one Base64 text of
-    /// a DataChunk, or, `asElements`, one child for each point and triangle, for files that people
-    /// edit. Numbers in children have the six digits of the XML model's data texts.
+    /// Makes the element a "CMesh" with nothing else in it but, as one Base64 text, a DataChunk,
+    /// or, `asElements`, a child for each point and triangle, for files that people edit. Both
+    /// forms keep every bit.
     void write(util::xml::Element& element, bool asElements) const;
     /// Reads either form. An element not named "CMesh" changes nothing; of any other the arrays
     /// become what it says, and empty where it says nothing. Counts that the bytes do not hold are
