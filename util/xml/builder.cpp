@@ -220,7 +220,9 @@ int Builder::openTag(Element& element, const Token& token)
         return code::ok;
     }
     constexpr std::size_t kUsual = 8;
-    keys_.clear();
+    if (!keys_.empty()) {
+        keys_ = {}; // to clear a table that has grown takes as long as it is large
+    }
     attributeCount_ = 0;
     attributeCapacity_ = kUsual;
     attributes_ = arena_.array<Element::AttributeRecord>(kUsual);
