@@ -12,7 +12,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <new>
 #include <type_traits>
 #include <vector>
@@ -96,6 +95,17 @@ public:
             refill(sizeClass);
     }
 
+    /// Gives the memory of all free blocks back.
+    void trim() noexcept
+    {
+        for (int c = 0; c < kClasses; ++c) {
+            made_[c] -= free_[c].size();
+            for (Block* const block : free_[c])
+                ::operator delete(block);
+            free_[c].clear();
+        }
+    }
+
 private:
     void refill(std::uint32_t sizeClass)
     {
@@ -104,9 +114,7 @@ private:
         std::size_t& made = made_[sizeClass];
         if (made + 1 > free.capacity())
             free.reserve(2 * (made + 1));
-        void* const memory = std::malloc(sizeof(Block) + capacity * sizeof(TrackKey<T>));
-        if (memory == nullptr)
-            throw std::bad_alloc();
+        void* const memory = ::operator new(sizeof(Block) + capacity * sizeof(TrackKey<T>));
         free.push_back(new (memory) Block{0, 0, capacity, sizeClass});
         ++made;
     }

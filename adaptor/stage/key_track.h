@@ -212,7 +212,7 @@ public:
 
     /// Makes room for `count` more keys at the end of each of `tracks` tracks that are about to be
     /// written: appending them then takes no fresh block. The tracks' own tables are grown by
-    /// `reserve`.
+    /// `reserve`, each.
     static void reserveBlocks(std::size_t tracks, std::size_t count)
     {
         constexpr std::uint32_t kLargest = Pool::kClasses - 1;
@@ -220,6 +220,11 @@ public:
             Pool::instance().reserve(c, tracks);
         Pool::instance().reserve(kLargest, tracks * (2 + count / Pool::capacityOf(kLargest)));
     }
+
+    /// Gives back the memory that past takes of all tracks of this kind have left for the next.
+    static void trimBlocks() noexcept { Pool::instance().trim(); }
+
+    /// Makes room in this track's table for `count` more keys at the end.
     void reserve(std::size_t count)
     {
         const std::size_t blocks = count / Pool::capacityOf(Pool::kClasses - 1);

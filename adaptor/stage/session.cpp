@@ -254,12 +254,10 @@ Status Session::resimulate(double from, double to, const Progress& progress)
 
 // Devices.
 
-unidevice::ScriptedDevice& Session::addDevice(const unidevice::ScriptedDevice::Shape& shape)
+unidevice::ScriptedDevice& Session::addDevice(const std::string& name,
+                                              const unidevice::ScriptedLayout& layout)
 {
-    auto* const device = new unidevice::ScriptedDevice(shape);
-    if (unidevice::Driver* const driver = unidevice::DeviceHub::instance().findDriver("dummydriver"))
-        driver->addDevice(device);
-    return *device;
+    return *new unidevice::ScriptedDevice(name, layout); // the hub ends it
 }
 
 void Session::removeDevice(unidevice::Device& device) { device.destroy(); }

@@ -89,7 +89,7 @@ public:
     Status resimulate(double from, double to, const Progress& progress = {});
 
     /// A device that a script moves, listed in the hub until it is removed.
-    unidevice::ScriptedDevice& addDevice(const unidevice::ScriptedDevice::Shape& shape);
+    unidevice::ScriptedDevice& addDevice(const std::string& name, const unidevice::ScriptedLayout& layout);
     void removeDevice(unidevice::Device& device);
 
     /// What message boxes would have shown. A hook hears each as it comes.

@@ -171,6 +171,8 @@ void Stage::clear()
     byName_.clear();
     suffixes_.clear();
     nodes_.clear();
+    KeyTrack<Matrix4>::trimBlocks();
+    KeyTrack<double>::trimBlocks();
     selecting_ = false;
     ++version_;
     ++poseVersion_;

@@ -54,6 +54,14 @@ public:
         return reinterpret_cast<T*>(room);
     }
 
+    /// Takes back what lies behind `end` of the piece that was handed out last.
+    void giveBackFrom(const void* end, const void* pieceEnd)
+    {
+        if (pieceEnd == at_) {
+            at_ -= static_cast<const char*>(pieceEnd) - static_cast<const char*>(end);
+        }
+    }
+
     char* copy(std::string_view text)
     {
         if (text.empty()) {

@@ -2,6 +2,8 @@
 
 #include "util/xml/arena.h"
 #include "util/xml/characters.h"
+#include "util/xml/copy.h"
+#include "util/xml/scan.h"
 
 #include <limits>
 
@@ -50,11 +52,7 @@ bool readReference(const char*& at, const char* end, char& byte)
 /// Replaces the references in [begin, end) in place; the new end.
 char* unescape(char* begin, char* end)
 {
-    const auto size = static_cast<std::size_t>(end - begin);
-    char* out = static_cast<char*>(size == 0 ? nullptr : std::memchr(begin, '&', size));
-    if (out == nullptr) {
-        return end;
-    }
+    char* out = findByte(begin, end, '&');
     for (const char* in = out; in != end;) {
         char byte = *in;
         if (byte != '&' || !readReference(in, end, byte)) {
@@ -63,13 +61,6 @@ char* unescape(char* begin, char* end)
         *out++ = byte;
     }
     return out;
-}
-
-char* find(char* begin, char* end, char byte)
-{
-    const auto size = static_cast<std::size_t>(end - begin);
-    char* const found = static_cast<char*>(size == 0 ? nullptr : std::memchr(begin, byte, size));
-    return found != nullptr ? found : end;
 }
 
 char* skipSpace(char* at, const char* end)
@@ -92,7 +83,9 @@ int Builder::build(std::string_view text, Element& root)
     if (text.size() > std::numeric_limits<std::uint32_t>::max()) {
         return code::badSyntax;
     }
-    at_ = arena_.copy(text);
+    at_ = arena_.bytes(text.size() + kScanPadding);
+    copyBytes(at_, text);
+    std::memset(at_ + text.size(), 0, kScanPadding);
     end_ = at_ + text.size();
     arena_.parsedBytes += text.size();
     const int result = buildRoot(root);
@@ -109,11 +102,12 @@ Builder::Token Builder::nextToken()
         char* at = skipSpace(begin, end_);
         if (at == end_) {
             at_ = end_;
-            return {TokenKind::End, end_, end_};
+            return {TokenKind::End, end_, end_, false};
         }
         if (*at != '<') {
-            at_ = find(at, end_, '<');
-            return {TokenKind::Text, begin, at_};
+            const Content text = findContent(at, end_, '<');
+            at_ = text.end;
+            return {TokenKind::Text, begin, at_, text.hasAmpersand};
         }
         ++at;
         TokenKind kind = TokenKind::Open;
@@ -121,7 +115,7 @@ Builder::Token Builder::nextToken()
             kind = *at == '/' ? TokenKind::Close : TokenKind::Special;
             ++at;
         }
-        char* contentEnd = find(at, end_, '>');
+        char* contentEnd = findByte(at, end_, '>');
         at_ = contentEnd == end_ ? end_ : contentEnd + 1;
         if (kind != TokenKind::Special && contentEnd != end_ && contentEnd != at &&
             contentEnd[-1] == '/') {
@@ -129,7 +123,7 @@ Builder::Token Builder::nextToken()
             --contentEnd;
         }
         if (contentEnd != at) {
-            return {kind, at, contentEnd};
+            return {kind, at, contentEnd, true};
         }
     }
 }
@@ -173,7 +167,7 @@ int Builder::buildContent()
             return code::unclosed;
         }
         if (token.kind == TokenKind::Close) {
-            if (token.text() != open_.back().element->name()) {
+            if (!equalBytes(token.text(), open_.back().element->name())) {
                 return code::mismatched;
             }
             closeLast();
@@ -209,7 +203,8 @@ void Builder::setLeaf(Element& element, Kind kind, const Token& token)
 {
     element.kind_ = static_cast<std::uint8_t>(kind);
     element.name_ = token.begin;
-    element.nameSize_ = sizeOf(token.begin, unescape(token.begin, token.end));
+    element.nameSize_ =
+        sizeOf(token.begin, token.mayHoldReferences ? unescape(token.begin, token.end) : token.end);
 }
 
 int Builder::openTag(Element& element, const Token& token)
@@ -224,11 +219,18 @@ int Builder::openTag(Element& element, const Token& token)
     if (nameEnd == token.end) {
         return code::ok;
     }
-    attributes_.clear();
+    constexpr std::size_t kUsual = 8;
+    if (!keys_.empty()) {
+        keys_ = {}; // to clear a table that has grown takes as long as it is large
+    }
+    attributeCount_ = 0;
+    attributeCapacity_ = kUsual;
+    attributes_ = arena_.array<Element::AttributeRecord>(kUsual);
     const int result = readAttributes(nameEnd, token.end);
-    const auto count = static_cast<std::uint32_t>(attributes_.size());
-    element.attributes_ = regrown(arena_, attributes_.data(), count, count);
-    element.attributeCount_ = element.attributeCapacity_ = count;
+    arena_.giveBackFrom(attributes_ + attributeCount_, attributes_ + attributeCapacity_);
+    element.attributes_ = attributes_;
+    element.attributeCount_ = element.attributeCapacity_ =
+        static_cast<std::uint32_t>(attributeCount_);
     return result;
 }
 
@@ -248,12 +250,13 @@ int Builder::readAttributes(char* at, char* end)
             return code::badSyntax;
         }
         char* const value = at + 2;
-        char* const valueEnd = find(value, end, at[1]);
-        if (valueEnd == end) {
+        const Content content = findContent(value, end, at[1]);
+        if (content.end == end) {
             return code::badSyntax;
         }
-        addAttribute(keyText, value, unescape(value, valueEnd));
-        at = valueEnd + 1;
+        addAttribute(keyText, value,
+                     content.hasAmpersand ? unescape(value, content.end) : content.end);
+        at = content.end + 1;
     }
 }
 
@@ -261,12 +264,17 @@ void Builder::addAttribute(std::string_view key, char* value, char* valueEnd)
 {
     const std::uint32_t size = sizeOf(value, valueEnd);
     const std::size_t index = indexOfKey(key);
-    if (index != attributes_.size()) {
+    if (index != attributeCount_) {
         attributes_[index].value = value;
         attributes_[index].valueSize = attributes_[index].valueCapacity = size;
         return;
     }
-    attributes_.push_back({key.data(), value, static_cast<std::uint32_t>(key.size()), size, size});
+    if (attributeCount_ == attributeCapacity_) {
+        attributeCapacity_ *= 2;
+        attributes_ = regrown(arena_, attributes_, attributeCount_, attributeCapacity_);
+    }
+    attributes_[attributeCount_++] = {key.data(), value, static_cast<std::uint32_t>(key.size()),
+                                      size, size};
 }
 
 /// Place of the attribute with that key, or their number if it is a new one. A few are compared one
@@ -274,19 +282,18 @@ void Builder::addAttribute(std::string_view key, char* value, char* valueEnd)
 std::size_t Builder::indexOfKey(std::string_view key)
 {
     constexpr std::size_t kFew = 32;
-    const std::size_t count = attributes_.size();
+    const std::size_t count = attributeCount_;
     const auto keyAt = [this](std::size_t i) {
         return std::string_view(attributes_[i].key, attributes_[i].keySize);
     };
     if (count < kFew) {
         std::size_t i = 0;
-        while (i != count && keyAt(i) != key) {
+        while (i != count && !equalBytes(keyAt(i), key)) {
             ++i;
         }
         return i;
     }
-    if (count == kFew) {
-        keys_.clear();
+    if (keys_.empty()) {
         for (std::size_t i = 0; i < count; ++i) {
             keys_.emplace(keyAt(i), i);
         }
@@ -301,7 +308,11 @@ void Builder::closeLast()
     open_.pop_back();
     const std::size_t count = pending_.size() - last.firstChild;
     if (count != 0) {
-        last.element->children_ = regrown(arena_, pending_.data() + last.firstChild, count, count);
+        Element** const children = arena_.array<Element*>(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            children[i] = pending_[last.firstChild + i];
+        }
+        last.element->children_ = children;
         last.element->childCount_ = last.element->childCapacity_ =
             static_cast<std::uint32_t>(count);
         pending_.resize(last.firstChild);

@@ -26,6 +26,7 @@ private:
         TokenKind kind;
         char* begin;
         char* end;
+        bool mayHoldReferences; ///< of texts and special tokens
         [[nodiscard]] std::string_view text() const
         {
             return {begin, static_cast<std::size_t>(end - begin)};
@@ -56,7 +57,9 @@ private:
     char* end_ = nullptr;
     std::vector<OpenTag> open_;
     std::vector<Element*> pending_;
-    std::vector<Element::AttributeRecord> attributes_;       ///< of the tag that is being read
+    Element::AttributeRecord* attributes_ = nullptr; ///< of the tag that is being read
+    std::size_t attributeCount_ = 0;
+    std::size_t attributeCapacity_ = 0;
     std::unordered_map<std::string_view, std::size_t> keys_; ///< of attributes_, once they are many
 };
 

@@ -1,6 +1,7 @@
-/// Copies short texts without a call: names, keys and values mostly have a few bytes.
+/// Copies and compares short texts without a call: names, keys and values mostly have a few bytes.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -46,6 +47,31 @@ inline char* copyBytes(char* to, std::string_view text)
         *to++ = byte;
     }
     return to;
+}
+
+/// Whether two texts are the same.
+inline bool equalBytes(std::string_view a, std::string_view b)
+{
+    const std::size_t size = a.size();
+    if (size != b.size()) {
+        return false;
+    }
+    const auto equalWords = [&](auto word) {
+        using Word = decltype(word);
+        const std::size_t last = size - sizeof(Word);
+        return wordAt<Word>(a.data()) == wordAt<Word>(b.data()) &&
+               wordAt<Word>(a.data() + last) == wordAt<Word>(b.data() + last);
+    };
+    if (size > 16) {
+        return std::memcmp(a.data(), b.data(), size) == 0;
+    }
+    if (size >= 8) {
+        return equalWords(std::uint64_t{});
+    }
+    if (size >= 4) {
+        return equalWords(std::uint32_t{});
+    }
+    return std::equal(a.begin(), a.end(), b.begin());
 }
 
 } // namespace tvw::util::xml
