@@ -245,6 +245,22 @@ TEST(StageNodes, SeveralChangesOfOneNodeAreOneStep)
     EXPECT_EQ(a.poseKeys().size(), 51U);
 }
 
+TEST(StageNodes, AfterTheListWasDroppedAnOpenBracketRecordsAnew)
+{
+    Stage stage;
+    StageNode& node = stage.addEmpty("node");
+    inBracket(stage, [&] {
+        node.setLocal(at(1, 0, 0), 1, true);
+        node.setVisible(false);
+        stage.undoStack().clear();
+        node.setLocal(at(2, 0, 0), 2, true);
+        node.setVisible(true);
+    });
+    EXPECT_TRUE(stage.hostUndo());
+    EXPECT_THAT(node.poseKeyTimes(), ElementsAre(1.0));
+    EXPECT_FALSE(node.state().visible);
+}
+
 TEST(StageNodes, RemovalMovesChildrenUpAndComesBackWhole)
 {
     Stage stage;
