@@ -1,5 +1,6 @@
 #include "util/huffman.h"
 
+#include "util/huffman_decoder.h"
 #include "util/huffman_tree.h"
 
 #include <algorithm>
@@ -126,17 +127,8 @@ Result<std::string> decompress(std::string_view bytes)
     }
     const HuffmanTree tree(leaves);
     std::string out(header.length, '\0');
-    std::size_t bit = 0;
-    for (char& c : out) {
-        int node = tree.root();
-        while (!tree.isLeaf(node)) {
-            if (bit == 8 * code.size()) {
-                return Result<std::string>::failure("the compressed block ends early");
-            }
-            node = tree.node(node).child[static_cast<unsigned char>(code[bit / 8]) >> bit % 8 & 1];
-            ++bit;
-        }
-        c = static_cast<char>(tree.node(node).value);
+    if (!detail::HuffmanDecoder(tree, header.length).decode(code, out.data(), out.size())) {
+        return Result<std::string>::failure("the compressed block ends early");
     }
     return out;
 }
