@@ -1,8 +1,10 @@
 #include "util/huffman_decoder.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
+#include <memory>
 
 namespace tvw::detail {
 
@@ -16,15 +18,29 @@ constexpr int kMaxSymbols = 6; ///< that fit an entry
 constexpr int kMaxTableBits = 12;
 constexpr int kMinTableBits = 6;
 
+constexpr int kLookups = 4; ///< of a step
+/// A step may write so many bytes, the last of its eight-byte stores included.
+constexpr std::size_t kStepBytes = (kLookups - 1) * kMaxSymbols + 8;
+
+constexpr std::size_t kStreams = 4;
+constexpr std::size_t kSegmentBits = 8 * 2048;
+/// A window's bits and those that the last step may read behind them.
+constexpr std::size_t kWindowBits = kStreams * kSegmentBits + 128;
+constexpr auto kNotJoined = static_cast<std::size_t>(-1);
+
+} // namespace
+
 /// Walks single codes bit by bit: at the ends, and where a code is longer than the table's bits.
-class Walker
+class HuffmanDecoder::Walker
 {
 public:
     Walker(const HuffmanTree& tree, std::string_view code) : tree_(tree), code_(code) {}
 
+    [[nodiscard]] std::string_view code() const { return code_; }
     [[nodiscard]] std::size_t bits() const { return 8 * code_.size(); }
 
-    /// Reads one symbol at bit `at`, which moves behind it; false if the code ends before.
+    /// Reads one symbol at bit `at`, which moves behind it; false, and `at` stands at the end of
+    /// all bits, if these break off before.
     [[nodiscard]] bool read(std::size_t& at, char& out) const
     {
         int node = tree_.root();
@@ -44,7 +60,33 @@ private:
     std::string_view code_;
 };
 
-} // namespace
+struct HuffmanDecoder::Stream
+{
+    std::size_t at; ///< [bits]
+    char* out;
+};
+
+/// Where the true sequence of symbols stands.
+struct HuffmanDecoder::Output
+{
+    std::size_t at; ///< behind its last code [bits]
+    char* next;
+    char* end;
+
+    [[nodiscard]] std::size_t left() const { return static_cast<std::size_t>(end - next); }
+    /// As many of the symbols as there is still room for.
+    void append(const char* first, const char* last)
+    {
+        const std::size_t count = std::min(static_cast<std::size_t>(last - first), left());
+        std::memcpy(next, first, count);
+        next += count;
+    }
+};
+
+/// What the streams found: a code has at least one bit, and the last step may pass the end.
+struct HuffmanDecoder::Window : std::array<std::array<char, kSegmentBits + 64>, kStreams>
+{
+};
 
 HuffmanDecoder::HuffmanDecoder(const HuffmanTree& tree, std::size_t length)
     : tree_(tree), tableBits_(std::clamp(static_cast<int>(std::bit_width(length)) - 4,
@@ -84,42 +126,115 @@ void HuffmanDecoder::fillTable()
     }
 }
 
-bool HuffmanDecoder::decode(std::string_view code, char* out, std::size_t length) const
+/// One step of a stream: up to four lookups. Reads 64 bits from byte at / 8 on.
+inline void HuffmanDecoder::step(Stream& stream, const Walker& walker) const
 {
-    constexpr int kLookups = 4;
     static_assert(kLookups * kMaxTableBits <= 64 - 7, "a step's bits come from one load");
-    // A step may write so many bytes, the last of its eight-byte stores included.
-    constexpr std::size_t kStepBytes = (kLookups - 1) * kMaxSymbols + 8;
-
-    const Walker walker(tree_, code);
-    const Entry* const table = table_.data();
     const std::uint64_t mask = table_.size() - 1;
-    char* const end = out + length;
-    std::size_t at = 0; // [bits]
-    while (static_cast<std::size_t>(end - out) >= kStepBytes && at + 64 <= walker.bits()) {
-        std::uint64_t bits = 0;
-        std::memcpy(&bits, code.data() + at / 8, sizeof bits);
-        bits >>= at % 8;
-        std::uint64_t used = 0;
-        Entry entry = 0;
-        for (int i = 0; i < kLookups; ++i) {
-            entry = table[bits & mask];
-            const Entry symbols = entry >> kSymbolsAt;
-            std::memcpy(out, &symbols, sizeof symbols);
-            out += entry >> kCountAt & 0xff;
-            bits >>= entry & 63;
-            used += entry & 63;
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, walker.code().data() + stream.at / 8, sizeof bits);
+    bits >>= stream.at % 8;
+    std::uint64_t used = 0;
+    Entry entry = 0;
+    for (int i = 0; i < kLookups; ++i) {
+        entry = table_[bits & mask];
+        const Entry symbols = entry >> kSymbolsAt;
+        std::memcpy(stream.out, &symbols, sizeof symbols);
+        stream.out += entry >> kCountAt & 0xff;
+        bits >>= entry & 63;
+        used += entry & 63;
+    }
+    stream.at += used;
+    // An entry of a long code is 0 and takes no bits, so that all after it are the same. A code
+    // that breaks off leaves the stream at the end of all bits.
+    if (entry == 0 && walker.read(stream.at, *stream.out)) [[unlikely]] {
+        ++stream.out;
+    }
+}
+
+/// Each lookup waits for the one before it, so one stream alone leaves the processor idle most of
+/// the time. A decoder that starts amid the bits falls into step with the real codes after a few
+/// symbols: so several start a segment apart and run side by side, and are then joined where the
+/// one before meets the places at which the next one's codes begin. Where they do not meet, what
+/// the next one found is dropped, and decoding goes on behind the one before.
+void HuffmanDecoder::decodeWindow(const Walker& walker, Window& window, Output& output) const
+{
+    std::array<Stream, kStreams> streams;
+    const std::size_t begin = output.at;
+    const auto endOf = [begin](std::size_t i) { return begin + (i + 1) * kSegmentBits; };
+    for (std::size_t i = 0; i < kStreams; ++i) {
+        streams[i] = {begin + i * kSegmentBits, window[i].data()};
+    }
+    const auto allRun = [&] {
+        bool run = true;
+        for (std::size_t i = 0; i < kStreams; ++i) {
+            run &= streams[i].at < endOf(i);
         }
-        at += used;
-        // An entry of a long code is 0 and takes no bits, so that all after it are the same.
-        if (entry == 0) [[unlikely]] {
-            if (!walker.read(at, *out++)) {
-                return false;
-            }
+        return run;
+    };
+    while (allRun()) {
+        for (Stream& stream : streams) {
+            step(stream, walker);
         }
     }
-    for (; out != end; ++out) {
-        if (!walker.read(at, *out)) {
+    for (std::size_t i = 0; i < kStreams; ++i) {
+        while (streams[i].at < endOf(i)) {
+            step(streams[i], walker);
+        }
+    }
+
+    output.append(window[0].data(), streams[0].out);
+    output.at = streams[0].at;
+    for (std::size_t i = 1; i < kStreams; ++i) {
+        const std::size_t skipped = join(walker, begin + i * kSegmentBits, streams[i].at, output);
+        if (skipped == kNotJoined) {
+            return;
+        }
+        output.append(window[i].data() + skipped, streams[i].out);
+        output.at = streams[i].at;
+    }
+}
+
+/// Goes on symbol by symbol behind `output` until it stands where a code of the stream that ran
+/// from `begin` to `end` begins. Answers how many of that stream's symbols lie before this place.
+std::size_t HuffmanDecoder::join(const Walker& walker, std::size_t begin, std::size_t end,
+                                 Output& output)
+{
+    std::size_t skipped = 0;
+    char symbol = 0;
+    while (output.at != begin) {
+        if (output.at < begin) {
+            if (!walker.read(output.at, symbol)) {
+                return kNotJoined;
+            }
+            output.append(&symbol, &symbol + 1);
+        } else {
+            if (begin >= end || !walker.read(begin, symbol)) {
+                return kNotJoined;
+            }
+            ++skipped;
+        }
+    }
+    return begin <= end ? skipped : kNotJoined;
+}
+
+bool HuffmanDecoder::decode(std::string_view code, char* out, std::size_t length) const
+{
+    const Walker walker(tree_, code);
+    Output output{0, out, out + length};
+    if (walker.bits() >= kWindowBits) {
+        const auto window = std::make_unique<Window>();
+        while (output.left() > 0 && output.at + kWindowBits <= walker.bits()) {
+            decodeWindow(walker, *window, output);
+        }
+    }
+    Stream stream{output.at, output.next};
+    while (static_cast<std::size_t>(output.end - stream.out) >= kStepBytes &&
+           stream.at + 64 <= walker.bits()) {
+        step(stream, walker);
+    }
+    for (; stream.out != output.end; ++stream.out) {
+        if (!walker.read(stream.at, *stream.out)) {
             return false;
         }
     }

@@ -25,7 +25,16 @@ private:
     /// many symbols (8 to 15), and these symbols (16 to 63). 0 where the first code is longer.
     using Entry = std::uint64_t;
 
+    class Walker;
+    struct Stream;
+    struct Output;
+    struct Window;
+
     void fillTable();
+    void step(Stream& stream, const Walker& walker) const;
+    void decodeWindow(const Walker& walker, Window& window, Output& output) const;
+    [[nodiscard]] static std::size_t join(const Walker& walker, std::size_t begin, std::size_t end,
+                                          Output& output);
 
     const HuffmanTree& tree_;
     int tableBits_;
