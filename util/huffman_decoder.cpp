@@ -15,7 +15,7 @@ constexpr int kSymbolsAt = 16;
 constexpr int kMaxSymbols = 6; ///< that fit an entry
 
 /// 4096 entries of 8 bytes: as many as the first-level cache holds.
-constexpr int kMaxTableBits = 12;
+constexpr int kMaxTableBits = 11;
 constexpr int kMinTableBits = 6;
 
 constexpr int kLookups = 4; ///< of a step
@@ -29,6 +29,19 @@ constexpr std::size_t kWindowBits = kStreams * kSegmentBits + 128;
 constexpr auto kNotJoined = static_cast<std::size_t>(-1);
 
 } // namespace
+
+struct HuffmanDecoder::Stream
+{
+    std::size_t at; ///< [bits]
+    char* out;
+};
+
+struct HuffmanDecoder::Lookup
+{
+    const Entry* table;
+    std::uint64_t mask;
+    const char* code;
+};
 
 /// Walks single codes bit by bit: at the ends, and where a code is longer than the table's bits.
 class HuffmanDecoder::Walker
@@ -55,15 +68,18 @@ public:
         return true;
     }
 
+    /// One symbol of a stream. A code that breaks off leaves it at the end of all bits.
+    [[nodiscard, gnu::noinline]] Stream step(Stream stream) const
+    {
+        if (read(stream.at, *stream.out)) {
+            ++stream.out;
+        }
+        return stream;
+    }
+
 private:
     const HuffmanTree& tree_;
     std::string_view code_;
-};
-
-struct HuffmanDecoder::Stream
-{
-    std::size_t at; ///< [bits]
-    char* out;
 };
 
 /// Where the true sequence of symbols stands.
@@ -126,30 +142,26 @@ void HuffmanDecoder::fillTable()
     }
 }
 
-/// One step of a stream: up to four lookups. Reads 64 bits from byte at / 8 on.
-inline void HuffmanDecoder::step(Stream& stream, const Walker& walker) const
+/// One step of a stream: up to four lookups. Reads 64 bits from byte at / 8 on. All by value and in
+/// locals: what a store of a char might change would be read again for each symbol.
+inline HuffmanDecoder::Stream HuffmanDecoder::step(Stream stream, Lookup lookup,
+                                                   const Walker& walker)
 {
     static_assert(kLookups * kMaxTableBits <= 64 - 7, "a step's bits come from one load");
-    const std::uint64_t mask = table_.size() - 1;
     std::uint64_t bits = 0;
-    std::memcpy(&bits, walker.code().data() + stream.at / 8, sizeof bits);
+    std::memcpy(&bits, lookup.code + stream.at / 8, sizeof bits);
     bits >>= stream.at % 8;
-    std::uint64_t used = 0;
     Entry entry = 0;
     for (int i = 0; i < kLookups; ++i) {
-        entry = table_[bits & mask];
+        entry = lookup.table[bits & lookup.mask];
         const Entry symbols = entry >> kSymbolsAt;
         std::memcpy(stream.out, &symbols, sizeof symbols);
         stream.out += entry >> kCountAt & 0xff;
         bits >>= entry & 63;
-        used += entry & 63;
+        stream.at += entry & 63;
     }
-    stream.at += used;
-    // An entry of a long code is 0 and takes no bits, so that all after it are the same. A code
-    // that breaks off leaves the stream at the end of all bits.
-    if (entry == 0 && walker.read(stream.at, *stream.out)) [[unlikely]] {
-        ++stream.out;
-    }
+    // An entry of a long code is 0 and takes no bits, so that all after it are the same.
+    return entry != 0 ? stream : walker.step(stream);
 }
 
 /// Each lookup waits for the one before it, so one stream alone leaves the processor idle most of
@@ -159,6 +171,7 @@ inline void HuffmanDecoder::step(Stream& stream, const Walker& walker) const
 /// the next one found is dropped, and decoding goes on behind the one before.
 void HuffmanDecoder::decodeWindow(const Walker& walker, Window& window, Output& output) const
 {
+    const Lookup lookup{table_.data(), table_.size() - 1, walker.code().data()};
     std::array<Stream, kStreams> streams;
     const std::size_t begin = output.at;
     const auto endOf = [begin](std::size_t i) { return begin + (i + 1) * kSegmentBits; };
@@ -174,12 +187,12 @@ void HuffmanDecoder::decodeWindow(const Walker& walker, Window& window, Output& 
     };
     while (allRun()) {
         for (Stream& stream : streams) {
-            step(stream, walker);
+            stream = step(stream, lookup, walker);
         }
     }
     for (std::size_t i = 0; i < kStreams; ++i) {
         while (streams[i].at < endOf(i)) {
-            step(streams[i], walker);
+            streams[i] = step(streams[i], lookup, walker);
         }
     }
 
@@ -228,10 +241,11 @@ bool HuffmanDecoder::decode(std::string_view code, char* out, std::size_t length
             decodeWindow(walker, *window, output);
         }
     }
+    const Lookup lookup{table_.data(), table_.size() - 1, code.data()};
     Stream stream{output.at, output.next};
     while (static_cast<std::size_t>(output.end - stream.out) >= kStepBytes &&
            stream.at + 64 <= walker.bits()) {
-        step(stream, walker);
+        stream = step(stream, lookup, walker);
     }
     for (; stream.out != output.end; ++stream.out) {
         if (!walker.read(stream.at, *stream.out)) {

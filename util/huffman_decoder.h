@@ -27,11 +27,12 @@ private:
 
     class Walker;
     struct Stream;
+    struct Lookup;
     struct Output;
     struct Window;
 
     void fillTable();
-    void step(Stream& stream, const Walker& walker) const;
+    [[nodiscard]] static Stream step(Stream stream, Lookup lookup, const Walker& walker);
     void decodeWindow(const Walker& walker, Window& window, Output& output) const;
     [[nodiscard]] static std::size_t join(const Walker& walker, std::size_t begin, std::size_t end,
                                           Output& output);
