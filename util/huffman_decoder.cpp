@@ -26,6 +26,10 @@ constexpr std::size_t kStreams = 4;
 constexpr std::size_t kSegmentBits = 8 * 2048;
 /// A window's bits and those that the last step may read behind them.
 constexpr std::size_t kWindowBits = kStreams * kSegmentBits + 128;
+/// Streams that do not meet within so many bits are not worth waiting for. Codes that are all of
+/// one length never meet: after a few misses a single stream does the rest.
+constexpr std::size_t kJoinBits = 4096;
+constexpr int kMaxMisses = 4;
 constexpr auto kNotJoined = static_cast<std::size_t>(-1);
 
 } // namespace
@@ -168,8 +172,8 @@ inline HuffmanDecoder::Stream HuffmanDecoder::step(Stream stream, Lookup lookup,
 /// the time. A decoder that starts amid the bits falls into step with the real codes after a few
 /// symbols: so several start a segment apart and run side by side, and are then joined where the
 /// one before meets the places at which the next one's codes begin. Where they do not meet, what
-/// the next one found is dropped, and decoding goes on behind the one before.
-void HuffmanDecoder::decodeWindow(const Walker& walker, Window& window, Output& output) const
+/// the next one found is dropped, and decoding goes on behind the one before; the answer is false.
+bool HuffmanDecoder::decodeWindow(const Walker& walker, Window& window, Output& output) const
 {
     const Lookup lookup{table_.data(), table_.size() - 1, walker.code().data()};
     std::array<Stream, kStreams> streams;
@@ -201,11 +205,12 @@ void HuffmanDecoder::decodeWindow(const Walker& walker, Window& window, Output& 
     for (std::size_t i = 1; i < kStreams; ++i) {
         const std::size_t skipped = join(walker, begin + i * kSegmentBits, streams[i].at, output);
         if (skipped == kNotJoined) {
-            return;
+            return false;
         }
         output.append(window[i].data() + skipped, streams[i].out);
         output.at = streams[i].at;
     }
+    return true;
 }
 
 /// Goes on symbol by symbol behind `output` until it stands where a code of the stream that ran
@@ -213,22 +218,24 @@ void HuffmanDecoder::decodeWindow(const Walker& walker, Window& window, Output& 
 std::size_t HuffmanDecoder::join(const Walker& walker, std::size_t begin, std::size_t end,
                                  Output& output)
 {
+    const std::size_t limit = std::min(end, begin + kJoinBits);
     std::size_t skipped = 0;
     char symbol = 0;
     while (output.at != begin) {
-        if (output.at < begin) {
-            if (!walker.read(output.at, symbol)) {
-                return kNotJoined;
-            }
+        if (begin > limit) {
+            return kNotJoined;
+        }
+        const bool isBehind = output.at < begin;
+        if (!walker.read(isBehind ? output.at : begin, symbol)) {
+            return kNotJoined;
+        }
+        if (isBehind) {
             output.append(&symbol, &symbol + 1);
         } else {
-            if (begin >= end || !walker.read(begin, symbol)) {
-                return kNotJoined;
-            }
             ++skipped;
         }
     }
-    return begin <= end ? skipped : kNotJoined;
+    return skipped;
 }
 
 bool HuffmanDecoder::decode(std::string_view code, char* out, std::size_t length) const
@@ -237,8 +244,10 @@ bool HuffmanDecoder::decode(std::string_view code, char* out, std::size_t length
     Output output{0, out, out + length};
     if (walker.bits() >= kWindowBits) {
         const auto window = std::make_unique<Window>();
-        while (output.left() > 0 && output.at + kWindowBits <= walker.bits()) {
-            decodeWindow(walker, *window, output);
+        int misses = 0;
+        while (output.left() > 0 && output.at + kWindowBits <= walker.bits() &&
+               misses < kMaxMisses) {
+            misses += decodeWindow(walker, *window, output) ? 0 : 1;
         }
     }
     const Lookup lookup{table_.data(), table_.size() - 1, code.data()};

@@ -33,7 +33,7 @@ private:
 
     void fillTable();
     [[nodiscard]] static Stream step(Stream stream, Lookup lookup, const Walker& walker);
-    void decodeWindow(const Walker& walker, Window& window, Output& output) const;
+    bool decodeWindow(const Walker& walker, Window& window, Output& output) const;
     [[nodiscard]] static std::size_t join(const Walker& walker, std::size_t begin, std::size_t end,
                                           Output& output);
 
