@@ -61,6 +61,7 @@ InstanceReference* InstanceManager::create(const std::string& pluginId, const st
         return nullptr;
     }
     (parent ? parent : root_)->attach(reference);
+    type->place();
     announceComplete(*reference);
     windows().refreshTree();
     return reference;

@@ -80,7 +80,7 @@ void InstanceReference::rename(const std::string& text)
     const UndoScope undo("Rename");
     const std::string before = instance_->name();
     instance_->setName(text.empty() ? instance_->type()->name() : text);
-    adaptor()->pushUndo(new InstanceReferenceRename(instance_, before, instance_->name()));
+    adaptor()->pushUndo(new InstanceReferenceRename(*this, before, instance_->name()));
     windows().treeEntryChanged(this);
 }
 

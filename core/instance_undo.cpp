@@ -15,8 +15,18 @@ LimboOwner::~LimboOwner()
         reference->destroy();
 }
 
+namespace {
+
+/// A watch on an entry; on none it stays null inside.
+InstanceReference::Watch watchOn(const InstanceReference* entry)
+{
+    return entry ? entry->watch() : std::make_shared<InstanceReference*>(nullptr);
+}
+
+} // namespace
+
 InstancePresence::InstancePresence(InstanceReference* reference, InstanceReference* parent, int index)
-    : owner_(reference->limboOwner()), parent_(parent), index_(index)
+    : owner_(reference->limboOwner()), parent_(watchOn(parent)), index_(index)
 {
 }
 
@@ -26,7 +36,7 @@ void InstancePresence::takeOut(bool notePlace)
     if (!reference || !reference->isAlive())
         return;
     if (notePlace) {
-        parent_ = reference->parentReference();
+        parent_ = watchOn(reference->parentReference());
         index_ = reference->indexInParent();
     }
     reference->takeOut();
@@ -35,18 +45,25 @@ void InstancePresence::takeOut(bool notePlace)
 void InstancePresence::putIn()
 {
     InstanceReference* const reference = owner_->reference;
+    InstanceReference* const parent = *parent_;
     if (reference && !reference->isAlive())
-        reference->putIn(parent_ ? parent_ : CoreImplementation::instance().instances().root(), index_);
+        reference->putIn(parent ? parent : CoreImplementation::instance().instances().root(), index_);
 }
 
-InstanceReferenceRename::InstanceReferenceRename(Instance* instance, std::string before,
+InstanceReferenceRename::InstanceReferenceRename(const InstanceReference& entry, std::string before,
                                                  std::string after)
-    : instance_(instance), before_(std::move(before)), after_(std::move(after))
+    : entry_(entry.watch()), before_(std::move(before)), after_(std::move(after))
 {
 }
 
-void InstanceReferenceRename::restore(bool) { instance_->setName(before_); }
+void InstanceReferenceRename::restore(bool) { rename(before_); }
 
-void InstanceReferenceRename::redo() { instance_->setName(after_); }
+void InstanceReferenceRename::redo() { rename(after_); }
+
+void InstanceReferenceRename::rename(const std::string& name)
+{
+    if (*entry_)
+        (*entry_)->instance().setName(name);
+}
 
 } // namespace tvw::rgs::core

@@ -34,7 +34,7 @@ protected:
 
 private:
     std::shared_ptr<LimboOwner> owner_;
-    InstanceReference* parent_;
+    std::shared_ptr<InstanceReference*> parent_; ///< null inside once it has ended
     int index_;
 };
 
@@ -64,12 +64,14 @@ public:
 class InstanceReferenceRename final : public CUndo
 {
 public:
-    InstanceReferenceRename(Instance* instance, std::string before, std::string after);
+    InstanceReferenceRename(const InstanceReference& entry, std::string before, std::string after);
     void restore(bool isUndo) override;
     void redo() override;
 
 private:
-    Instance* instance_;
+    void rename(const std::string& name);
+
+    std::shared_ptr<InstanceReference*> entry_; ///< null inside once it has ended
     std::string before_;
     std::string after_;
 };

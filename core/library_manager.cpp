@@ -51,8 +51,10 @@ void LibraryManager::scan()
 {
     for (const std::string& path : listFiles(getPath("plugin"), platform::kToolFilePattern, false))
         load(path);
-    for (const std::string& path : listFiles(getUserPath() + "/prm", kSavedToolPattern, true))
-        load(path);
+    if (const std::string user = getUserPath(); !user.empty()) {
+        for (const std::string& path : listFiles(user + "/prm", kSavedToolPattern, true))
+            load(path);
+    }
     for (const std::string& path : listFiles(getPath("prm"), kSavedToolPattern, true))
         load(path);
 }

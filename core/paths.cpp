@@ -84,8 +84,9 @@ std::vector<std::string> listFiles(const std::string& folder, std::string_view p
     };
     std::error_code failed;
     if (recursive) {
-        for (fs::recursive_directory_iterator at(folder, failed), end; !failed && at != end;
-             at.increment(failed))
+        constexpr auto kPassOverLocked = fs::directory_options::skip_permission_denied;
+        for (fs::recursive_directory_iterator at(folder, kPassOverLocked, failed), end;
+             !failed && at != end; at.increment(failed))
             take(*at);
     } else {
         for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed))

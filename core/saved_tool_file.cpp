@@ -31,9 +31,11 @@ Result<Element> readSavedTools(const std::string& path)
 
 std::vector<const Element*> toolRecordsOf(const Element& record)
 {
-    if (record.name() != "RGT" && record.name() != "rgs")
-        return {&record};
     std::vector<const Element*> tools;
+    if (record.name() == "RGT_Plugin")
+        tools.push_back(&record);
+    if (record.name() != "RGT" && record.name() != "rgs")
+        return tools;
     const int count = static_cast<int>(record.childCount("RGT_Plugin"));
     for (int i = 0; i < count; ++i)
         tools.push_back(&record.child("RGT_Plugin", i));

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
+#include <limits>
 #include <utility>
 #include <variant>
 
@@ -51,9 +52,11 @@ bool take(Settings& settings, const Key& key, const json& value)
             settings.**flag = value.get<bool>();
         return value.is_boolean();
     }
-    if (value.is_number_integer())
+    using Range = std::numeric_limits<std::int32_t>;
+    const bool fits = value.is_number_integer() && value >= Range::min() && value <= Range::max();
+    if (fits)
         settings.*std::get<std::int32_t Settings::*>(key.member) = value.get<std::int32_t>();
-    return value.is_number_integer();
+    return fits;
 }
 
 json give(const Settings& settings, const Key& key)

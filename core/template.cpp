@@ -26,7 +26,10 @@ constexpr const char* kMissingNodes =
 /// The record itself: of an `RGT` its first tool, of a packed one what is packed in it.
 Element unwrapped(const Element& record)
 {
-    const Element& tool = *toolRecordsOf(record).front();
+    const std::vector<const Element*> tools = toolRecordsOf(record);
+    if (tools.empty())
+        return {};
+    const Element& tool = *tools.front();
     if (tool.attributeValue("compressed") != "1")
         return tool;
     const Result<std::string> text = decompress(base64Decode(tool.text()));
@@ -123,6 +126,10 @@ bool bindSceneNodes(Instance& instance, const Element& record)
             missing += savedName + "_" + info.child("node", i).attributeValue("name") + "\n";
     }
     if (!missing.empty()) {
+        for (CoreNode* const node : found) {
+            if (node)
+                node->destroy();
+        }
         instance.messageBox(kMissingNodes + missing, "Error loading plugin", 32);
         return false;
     }
@@ -201,26 +208,25 @@ void Template::makeElement(Element& out, const std::string& name) const
 
 InstanceReference* Template::createInstance(const std::string& name)
 {
-    if (!name.empty()) {
-        Element renamed;
-        makeElement(renamed, name);
-        record_ = renamed;
-    }
     made_.clear();
     unplaced_.clear();
-    InstanceReference* const reference = build(made_);
-    if (reference && record_.child("savedata").isEmpty()) {
-        unplaced_.emplace_back(this, reference);
-        for (const Made& made : made_)
-            unplaced_.emplace_back(made.first.get(), made.second);
-    }
+    InstanceReference* const reference = build(name.empty() ? textOf(record_, "name") : name, made_);
+    if (!reference)
+        return nullptr;
+    const auto noteIfNew = [this](const Template& saved, InstanceReference* entry) {
+        if (saved.record_.child("savedata").isEmpty()) // else its nodes stand in the scene already
+            unplaced_.emplace_back(&saved, entry);
+    };
+    noteIfNew(*this, reference);
+    for (const Made& made : made_)
+        noteIfNew(*made.first, made.second);
     return reference;
 }
 
-InstanceReference* Template::build(std::vector<Made>& made)
+InstanceReference* Template::build(const std::string& name, std::vector<Made>& made)
 {
     Tool* const type = typeOf(record_);
-    Instance* const instance = type ? type->createRaw(textOf(record_, "name")) : nullptr;
+    Instance* const instance = type ? type->createRaw(name) : nullptr;
     if (!instance)
         return nullptr;
     auto* const reference = new InstanceReference(instance);
@@ -244,7 +250,7 @@ InstanceReference* Template::build(std::vector<Made>& made)
     const int children = static_cast<int>(record_.childCount("RGT_Plugin"));
     for (int i = 0; i < children; ++i) {
         auto child = makeTemplate(nullptr, record_.child("RGT_Plugin", i), path_);
-        InstanceReference* const below = child ? child->build(made) : nullptr;
+        InstanceReference* const below = child ? child->build(textOf(child->record_, "name"), made) : nullptr;
         if (!below)
             continue;
         reference->attach(below);

@@ -38,7 +38,7 @@ public:
     /// Puts the nodes of tools that were newly made where the record has them: parents first, then
     /// meshes, visibility and poses, for all tools that `createInstance` made. Nothing for a record
     /// with state, whose nodes stood in the scene.
-    void place();
+    void place() override;
 
     const util::xml::Element& record() const { return record_; }
 
@@ -46,7 +46,7 @@ private:
     /// A record and the tool that was made of it.
     using Made = std::pair<std::unique_ptr<Template, Destroyer>, InstanceReference*>;
 
-    InstanceReference* build(std::vector<Made>& made);
+    InstanceReference* build(const std::string& name, std::vector<Made>& made);
 
     util::xml::Element record_;
     std::string path_;

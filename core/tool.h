@@ -53,6 +53,9 @@ public:
     virtual std::string getDisplayName() const { return name(); }
     virtual std::string getImagePath() const { return getDataPath() + "/images"; }
 
+    /// What `createInstance` has made stands in the tree: the rest of the making.
+    virtual void place() {}
+
     bool hasId(const std::string& id) const;
 
     ConfigProfileManager& configProfiles() { return configProfiles_; }

@@ -13,6 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using tests::drive;
 using tests::TinyTool;
 
 class ToolTree : public tests::SessionTest
@@ -81,7 +82,7 @@ TEST_F(ToolTree, AFailedMakingLeavesNothing)
     {
         const char* name;
         const char* type;
-        TinyTool::Faults faults;
+        tests::TinyFaults faults;
     };
     const Case cases[] = {
         {"unknown type", "Pear", {}},
@@ -148,7 +149,7 @@ TEST_F(ToolTree, DeletingAndItsUndoPutAllBackInPlace)
     drive(*session, 0.2);
     auto& hub = unidevice::DeviceHub::instance();
     const int place = hub.deviceIndex(&car.instance());
-    const std::vector<double> keys = scene().find("Car_Base")->poseTimes();
+    const std::vector<double> keys = scene().find("Car_Base")->poseKeyTimes();
     ASSERT_GT(keys.size(), 3U);
     ASSERT_GE(place, 0);
 
@@ -165,7 +166,7 @@ TEST_F(ToolTree, DeletingAndItsUndoPutAllBackInPlace)
         EXPECT_THAT(tree(), ElementsAre("A", "Car", "Car/Wheel", "B"));
         EXPECT_EQ(hub.deviceIndex(&car.instance()), place);
         ASSERT_NE(scene().find("Car_Base"), nullptr);
-        EXPECT_EQ(scene().find("Car_Base")->poseTimes(), keys);
+        EXPECT_EQ(scene().find("Car_Base")->poseKeyTimes(), keys);
         EXPECT_THAT(nodesOf(car), ElementsAre("Car_Base", "Car_Arm", "Car_Eye"));
         EXPECT_EQ(scene().find("Car_Arm")->parent(), scene().find("Car_Base"));
         ASSERT_TRUE(scene().hostRedo());

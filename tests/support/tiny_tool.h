@@ -39,16 +39,18 @@ inline constexpr OutputRow kTinyOutputs[] = {{"Travel"}};
 inline constexpr ToolSpec kTinySpec{
     .nodes = kTinyNodes, .inputs = kTinyInputs, .outputs = kTinyOutputs};
 
+/// What of the next making fails.
+struct TinyFaults
+{
+    bool nodes = false;
+    bool object = false;
+};
+
 /// Moves "Base" along X by speed and input; the output is how far it went [m].
 class TinyTool final : public Tool<TinySettings>
 {
 public:
-    struct Faults
-    {
-        bool nodes = false;
-        bool object = false;
-    };
-    static inline Faults faults;
+    static inline TinyFaults faults;
     static inline int alive = 0;
     static inline std::vector<std::string> completed; ///< names, in the order of code 42
 
