@@ -20,13 +20,15 @@ namespace {
 
 Windows& windows() { return CoreImplementation::instance().windows(); }
 
-InstanceReference* findBy(InstanceReference* root, const std::string& name,
+/// The first of that name among an entry and all below it.
+InstanceReference* findBy(InstanceReference* top, const std::string& name,
                           const std::string& (Instance::*nameOf)() const)
 {
     InstanceReference* found = nullptr;
-    if (!root)
+    if (!top)
         return found;
-    root->forEach([&](InstanceReference& entry) {
+    const InstanceReference* const root = CoreImplementation::instance().instances().root();
+    top->forEach([&](InstanceReference& entry) {
         if (!found && &entry != root && (entry.instance().*nameOf)() == name)
             found = &entry;
     });
@@ -61,8 +63,11 @@ InstanceReference* InstanceManager::create(const std::string& pluginId, const st
         return nullptr;
     }
     (parent ? parent : root_)->attach(reference);
+    const Entries made{reference};
+    const Entries* const before = std::exchange(loading_, &made);
     type->place();
     announceComplete(*reference);
+    loading_ = before;
     windows().refreshTree();
     return reference;
 }
@@ -78,18 +83,23 @@ InstanceReference* InstanceManager::createFromXml(const util::xml::Element& elem
                                                   InstanceReference* parent)
 {
     const UndoScope undo("Creating instance");
-    std::vector<InstanceReference*> made;
+    Entries made;
+    const Entries* const before = std::exchange(loading_, &made);
+    std::vector<std::unique_ptr<Template, Destroyer>> records;
     for (const util::xml::Element* record : toolRecordsOf(element)) {
-        const auto saved = makeTemplate(nullptr, *record, record->attributeValue("path"));
+        auto saved = makeTemplate(nullptr, *record, record->attributeValue("path"));
         InstanceReference* const reference = saved ? saved->createInstance({}) : nullptr;
         if (!reference)
             continue;
         made.push_back(reference);
         (parent ? parent : root_)->attach(reference);
-        saved->place();
+        records.push_back(std::move(saved));
     }
+    for (const auto& saved : records)
+        saved->place(); // once all stand: the tools of a file refer to each other
     for (InstanceReference* const reference : made)
         announceComplete(*reference);
+    loading_ = before;
     windows().refreshTree();
     return made.empty() ? nullptr : made.front();
 }
@@ -134,6 +144,12 @@ InstanceReference* InstanceManager::find(const std::string& name) const
 
 InstanceReference* InstanceManager::findSaved(const std::string& name) const
 {
+    if (loading_) {
+        for (InstanceReference* const top : *loading_) {
+            if (InstanceReference* const own = findBy(top, name, &Instance::savedName))
+                return own;
+        }
+    }
     InstanceReference* const found = findBy(root_, name, &Instance::savedName);
     return found ? found : find(name);
 }
@@ -162,6 +178,7 @@ InstanceReference* cloneTool(InstanceReference& source)
     InstanceReference* const parent = source.parentReference();
     if (!parent)
         return nullptr;
+    const UndoScope undo("Clone tool");
     util::xml::Element record;
     writeRecord(source, recordflag::plain, record);
     InstanceReference* const copy =

@@ -39,7 +39,8 @@ public:
     void deleteAll(); ///< no undo
 
     InstanceReference* find(const std::string& name) const;
-    /// A tool by the name that it bore in the file from which it came.
+    /// A tool by the name that it bore in the file from which it came: while a file is read one of its
+    /// own first.
     InstanceReference* findSaved(const std::string& name) const;
 
     /// Deletes an entry and all below it, in undo "Delete Tarvo Tool"; of the root only what is below.
@@ -51,7 +52,10 @@ public:
     void destroyRoot();
 
 private:
+    using Entries = std::vector<InstanceReference*>;
+
     InstanceReference* root_ = nullptr;
+    const Entries* loading_ = nullptr; ///< the top entries of the file that is being read
 };
 
 /// A copy of the tool and all below it, beside it, with the scene objects that hang on its nodes. Null

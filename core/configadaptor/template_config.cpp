@@ -74,8 +74,9 @@ void TemplateConfig::collect(const Element& element)
         constexpr double kAny = std::numeric_limits<double>::max();
         const double value = isFlag ? (element.attributeValue("defaultstate") == "true" ? 1.0 : 0.0)
                                     : attribute("defaultvalue", 0.0);
+        const double minimum = attribute("min", -kAny);
         values_.push_back({static_cast<std::uint32_t>(*id), element.attributeValue("label"), isFlag,
-                           value, attribute("min", -kAny), attribute("max", kAny)});
+                           value, minimum, std::max(minimum, attribute("max", kAny))});
     }
     for (const Element& child : element.children())
         collect(child);

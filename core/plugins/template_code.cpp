@@ -6,6 +6,7 @@
 #include "core/instance_reference.h"
 #include "core/library_manager.h"
 #include "core/tool.h"
+#include "util/datachunk.h"
 #include "util/xml/number.h"
 
 #include <algorithm>
@@ -229,7 +230,8 @@ void TemplateCode::readLogic()
         else
             itemTriggers_.push_back({Parameter::read(trigger, instance()), std::move(targets)});
     }
-    listenTo(instance().configuration());
+    for (configadaptor::Node* const item : instance().configuration()->children())
+        listenTo(item);
 }
 
 void TemplateCode::updateOutput(Control* control)
@@ -288,12 +290,26 @@ void TemplateCode::receive(Message& message, bool)
 {
     if (message.id != configadaptor::message::itemChanged)
         return;
-    for (const ItemTrigger& trigger : itemTriggers_) {
-        if (trigger.item.isExternal() || trigger.item.itemId() != message.param)
+    for (ItemTrigger& trigger : itemTriggers_) {
+        if (trigger.item.isExternal() || trigger.item.itemId() != message.param || trigger.running)
             continue;
+        trigger.running = true;
         for (const Target& target : trigger.targets)
             target.run();
+        trigger.running = false;
     }
+}
+
+/// A template has no state beside its items; the record says by some that its nodes stand in the scene.
+int TemplateCode::save()
+{
+    if (instance().nodes().empty())
+        return 1;
+    std::size_t size = 0;
+    DataChunk state("Template", nullptr, 0);
+    const void* const bytes = state.serialize(&size);
+    interface()->setSaveData(bytes, static_cast<std::int32_t>(size));
+    return 0;
 }
 
 } // namespace tvw::rgs::core::plugins

@@ -71,6 +71,7 @@ struct ItemTrigger
 {
     Parameter item;
     std::vector<Target> targets;
+    bool running = false; ///< a target that sets the item again does not fire it anew
 };
 
 class TemplateCode final : public CCamera, public MessageNode
@@ -85,7 +86,7 @@ public:
     int declareConfiguration() override;
     int createNodes() override { return 0; }
     int load() override { return 0; }
-    int save() override { return 1; }
+    int save() override;
 
     void receive(Message& message, bool isBroadcast) override;
 
