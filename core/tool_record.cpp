@@ -38,23 +38,35 @@ Element transformElement(const char* reference, const Matrix4& pose)
     return transform;
 }
 
+/// The tool's own handle on the scene node that the given one stands for; null when it has none.
+CoreNode* handleOf(Instance& tool, CoreNode* node)
+{
+    for (CoreNode* const own : tool.nodes()) {
+        if (!own->isDeleted() && own->isSameNode(node))
+            return own;
+    }
+    return nullptr;
+}
+
 /// The parent's name, with its tool's where that is another one of the tree.
-Element parentElement(const Instance& instance, CoreNode* node)
+Element parentElement(Instance& instance, CoreNode* node)
 {
     Element element = Tag("parent");
     auto* const parent = static_cast<CoreNode*>(node->getParent());
     if (!parent)
         return element;
-    if (CInterface* const owner = parent->owner()) {
-        element = TagWithData("parent", parent->shortName());
-        if (owner != &instance)
-            element.setAttribute("external", static_cast<Instance*>(owner)->name());
+    auto* const owner = static_cast<Instance*>(parent->owner());
+    if (const CoreNode* const own = handleOf(instance, parent)) {
+        element = TagWithData("parent", own->shortName());
+    } else if (const CoreNode* const other = owner ? handleOf(*owner, parent) : nullptr) {
+        element = TagWithData("parent", other->shortName());
+        element.setAttribute("external", owner->name());
     }
     node->release(parent);
     return element;
 }
 
-Element nodeElement(const Instance& instance, CoreNode* node)
+Element nodeElement(Instance& instance, CoreNode* node)
 {
     const double now = adaptor()->getTime();
     Element element = Tag("node");
