@@ -18,7 +18,10 @@ namespace tvw::rgs::core {
 
 namespace {
 
-Windows& windows() { return CoreImplementation::instance().windows(); }
+Windows& windows()
+{
+    return CoreImplementation::instance().windows();
+}
 
 /// The first of that name among an entry and all below it.
 InstanceReference* findBy(InstanceReference* top, const std::string& name,
@@ -37,7 +40,10 @@ InstanceReference* findBy(InstanceReference* top, const std::string& name,
 
 } // namespace
 
-InstanceManager::~InstanceManager() { destroyRoot(); }
+InstanceManager::~InstanceManager()
+{
+    destroyRoot();
+}
 
 void InstanceManager::init()
 {

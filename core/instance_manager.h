@@ -23,15 +23,18 @@ public:
 
     InstanceReference* root() const { return root_; }
 
-    /// A new tool of the type, below `parent` or the root; null, and nothing stays, when that fails.
+    /// A new tool of the type, below `parent` or the root; null, and nothing stays, when that
+    /// fails.
     InstanceReference* create(const std::string& pluginId, const std::string& name,
                               InstanceReference* parent);
 
     /// The tools of a record; the first of them, null when there is none.
     InstanceReference* createFromXml(const util::xml::Element& element, InstanceReference* parent);
 
-    /// The tools of a saved file, packed or plain. The reason when it is none; nothing changes then.
-    Status loadFile(const std::string& path, InstanceReference* parent, InstanceReference** first = nullptr);
+    /// The tools of a saved file, packed or plain. The reason when it is none; nothing changes
+    /// then.
+    Status loadFile(const std::string& path, InstanceReference* parent,
+                    InstanceReference** first = nullptr);
 
     /// All tools but the root, parents first; with onlyChecked those that take part in a run.
     std::vector<Instance*> collect(bool onlyChecked) const;
@@ -39,11 +42,12 @@ public:
     void deleteAll(); ///< no undo
 
     InstanceReference* find(const std::string& name) const;
-    /// A tool by the name that it bore in the file from which it came: while a file is read one of its
-    /// own first.
+    /// A tool by the name that it bore in the file from which it came: while a file is read one of
+    /// its own first.
     InstanceReference* findSaved(const std::string& name) const;
 
-    /// Deletes an entry and all below it, in undo "Delete Tarvo Tool"; of the root only what is below.
+    /// Deletes an entry and all below it, in undo "Delete Tarvo Tool"; of the root only what is
+    /// below.
     static void deleteReference(InstanceReference* reference, bool deleteNodes);
 
     /// Tells a tool and all below it that their tree stands.
@@ -58,8 +62,8 @@ private:
     const Entries* loading_ = nullptr; ///< the top entries of the file that is being read
 };
 
-/// A copy of the tool and all below it, beside it, with the scene objects that hang on its nodes. Null
-/// for the root or when it can't be made.
+/// A copy of the tool and all below it, beside it, with the scene objects that hang on its nodes.
+/// Null for the root or when it can't be made.
 InstanceReference* cloneTool(InstanceReference& source);
 
 } // namespace tvw::rgs::core

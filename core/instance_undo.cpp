@@ -25,7 +25,8 @@ InstanceReference::Watch watchOn(const InstanceReference* entry)
 
 } // namespace
 
-InstancePresence::InstancePresence(InstanceReference* reference, InstanceReference* parent, int index)
+InstancePresence::InstancePresence(InstanceReference* reference, InstanceReference* parent,
+                                   int index)
     : owner_(reference->limboOwner()), parent_(watchOn(parent)), index_(index)
 {
 }
@@ -47,7 +48,8 @@ void InstancePresence::putIn()
     InstanceReference* const reference = owner_->reference;
     InstanceReference* const parent = *parent_;
     if (reference && !reference->isAlive())
-        reference->putIn(parent ? parent : CoreImplementation::instance().instances().root(), index_);
+        reference->putIn(parent ? parent : CoreImplementation::instance().instances().root(),
+                         index_);
 }
 
 InstanceReferenceRename::InstanceReferenceRename(const InstanceReference& entry, std::string before,
@@ -56,9 +58,15 @@ InstanceReferenceRename::InstanceReferenceRename(const InstanceReference& entry,
 {
 }
 
-void InstanceReferenceRename::restore(bool) { rename(before_); }
+void InstanceReferenceRename::restore(bool)
+{
+    rename(before_);
+}
 
-void InstanceReferenceRename::redo() { rename(after_); }
+void InstanceReferenceRename::redo()
+{
+    rename(after_);
+}
 
 void InstanceReferenceRename::rename(const std::string& name)
 {

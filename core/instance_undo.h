@@ -52,7 +52,8 @@ public:
 class InstanceReferenceDeleteRestore final : public InstancePresence
 {
 public:
-    InstanceReferenceDeleteRestore(InstanceReference* reference, InstanceReference* parent, int index)
+    InstanceReferenceDeleteRestore(InstanceReference* reference, InstanceReference* parent,
+                                   int index)
         : InstancePresence(reference, parent, index)
     {
     }

@@ -43,9 +43,15 @@ void makeCoreLibrary(std::span<CCameraPlugin* (*const)()> makers)
         new Plugin(library, make());
 }
 
-void addCorePlugin(CCameraPlugin* factory) { new Plugin(coreLibrary(), factory); }
+void addCorePlugin(CCameraPlugin* factory)
+{
+    new Plugin(coreLibrary(), factory);
+}
 
-LibraryManager::~LibraryManager() { unloadAll(); }
+LibraryManager::~LibraryManager()
+{
+    unloadAll();
+}
 
 void LibraryManager::scan()
 {
@@ -166,7 +172,10 @@ LoadStatus LibraryManager::add(Library* library)
     return LoadStatus::Loaded;
 }
 
-void LibraryManager::remove(Library* library) { std::erase(libraries_, library); }
+void LibraryManager::remove(Library* library)
+{
+    std::erase(libraries_, library);
+}
 
 void LibraryManager::destroyAllInstances()
 {

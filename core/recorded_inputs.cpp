@@ -30,10 +30,10 @@ void RecordedInputs::startRecording(double time, PropertyHandler& inputs, CInter
     growTo(inputs.count());
     runtime.pushUndo(new CVariableModUndo<Lines>(&lines_));
     runtime.pushUndo(new CVariableModUndo<Lines>(&starts_));
-    for (std::size_t i = 0; i < lines_.size(); ++i) {
-        lines_[i].cutBehind(time);
-        starts_[i].cutFrom(time);
-    }
+    for (auto& line : lines_) // a file may hold more of either than the tool has inputs
+        line.cutBehind(time);
+    for (auto& start : starts_)
+        start.cutFrom(time);
     for (int i = 0; i < inputs.count(); ++i) {
         auto& line = lines_[static_cast<std::size_t>(i)];
         const double raw = inputs.propertyAt(i)->raw();
@@ -99,7 +99,10 @@ void RecordedInputs::Waiting::hold(Control* control)
         control_->addTarget(this);
 }
 
-void RecordedInputs::Waiting::controlDeleted(Control*) { control_ = nullptr; }
+void RecordedInputs::Waiting::controlDeleted(Control*)
+{
+    control_ = nullptr;
+}
 
 bool RecordedInputs::extent(double& first, double& last) const
 {

@@ -20,8 +20,8 @@ Result<Element> readSavedTools(const std::string& path)
     if (record.parse(*text) != 0)
         return Answer::failure(path + ": not a whole XML text");
     if (record.name() != "RGT" && record.name() != "rgs" && record.name() != "RGT_Plugin")
-        return Answer::failure(path + ": no tool record (its root is \"" + std::string(record.name()) +
-                               "\")");
+        return Answer::failure(path + ": no tool record (its root is \"" +
+                               std::string(record.name()) + "\")");
     if (record.name() == "RGT_Plugin")
         record.setAttribute("path", path);
     for (int i = 0; Element* const tool = record.findChild("RGT_Plugin", i); ++i)

@@ -49,7 +49,7 @@ bool take(Settings& settings, const Key& key, const json& value)
 {
     if (const auto* flag = std::get_if<bool Settings::*>(&key.member)) {
         if (value.is_boolean())
-            settings.**flag = value.get<bool>();
+            settings.** flag = value.get<bool>();
         return value.is_boolean();
     }
     using Range = std::numeric_limits<std::int32_t>;

@@ -36,7 +36,8 @@ Element unwrapped(const Element& record)
     Element unpacked;
     if (!text || unpacked.parse(*text) != 0)
         return {};
-    return unpacked.name() == "RGT" || unpacked.name() == "rgs" ? unpacked.child("RGT_Plugin") : unpacked;
+    return unpacked.name() == "RGT" || unpacked.name() == "rgs" ? unpacked.child("RGT_Plugin")
+                                                                : unpacked;
 }
 
 std::string textOf(const Element& record, const char* name)
@@ -81,9 +82,8 @@ void loadRecordedInputs(const Element& recorded, RecordedInputs& inputs)
 bool equalsStored(Instance& instance, const Element& profile, const Element& factoryValues)
 {
     const std::string name = profile.attributeValue("name");
-    const Element& stored = name == kFactorySettings
-                                ? factoryValues
-                                : instance.type()->configProfiles().profile(name);
+    const Element& stored =
+        name == kFactorySettings ? factoryValues : instance.type()->configProfiles().profile(name);
     if (stored.isEmpty())
         return true;
     Element present;
@@ -107,7 +107,8 @@ void applyProfiles(Instance& instance, const Element& record)
         instance.setProfileEqual(equalsStored(instance, config, factoryValues));
     }
     const Element& input = record.child("inputprofile");
-    instance.loadInputProfile(input.isEmpty() ? type.inputProfiles().profile(kStartProfile) : input);
+    instance.loadInputProfile(input.isEmpty() ? type.inputProfiles().profile(kStartProfile)
+                                              : input);
 }
 
 /// Takes over the scene nodes that the record names. False, after a box, when one is missing.
@@ -183,11 +184,20 @@ std::unique_ptr<Template, Destroyer> makeTemplate(Library* library, const Elemen
     return std::unique_ptr<Template, Destroyer>(new Template(library, record, path));
 }
 
-std::vector<std::string> Template::getIds() const { return {name()}; }
+std::vector<std::string> Template::getIds() const
+{
+    return {name()};
+}
 
-std::vector<std::string> Template::getCategories() const { return categories_; }
+std::vector<std::string> Template::getCategories() const
+{
+    return categories_;
+}
 
-std::string Template::getUserFolder() const { return path_ + "data"; }
+std::string Template::getUserFolder() const
+{
+    return path_ + "data";
+}
 
 std::string Template::getHelpPath() const
 {
@@ -210,7 +220,8 @@ InstanceReference* Template::createInstance(const std::string& name)
 {
     made_.clear();
     unplaced_.clear();
-    InstanceReference* const reference = build(name.empty() ? textOf(record_, "name") : name, made_);
+    InstanceReference* const reference =
+        build(name.empty() ? textOf(record_, "name") : name, made_);
     if (!reference)
         return nullptr;
     const auto noteIfNew = [this](const Template& saved, InstanceReference* entry) {
@@ -250,7 +261,8 @@ InstanceReference* Template::build(const std::string& name, std::vector<Made>& m
     const int children = static_cast<int>(record_.childCount("RGT_Plugin"));
     for (int i = 0; i < children; ++i) {
         auto child = makeTemplate(nullptr, record_.child("RGT_Plugin", i), path_);
-        InstanceReference* const below = child ? child->build(textOf(child->record_, "name"), made) : nullptr;
+        InstanceReference* const below =
+            child ? child->build(textOf(child->record_, "name"), made) : nullptr;
         if (!below)
             continue;
         reference->attach(below);

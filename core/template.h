@@ -15,8 +15,8 @@ namespace tvw::rgs::core {
 class Template final : public Tool
 {
 public:
-    /// record: an `RGT_Plugin`, packed or not, or an `RGT` whose first one counts; copied. path: the
-    /// folder of its file, with "/" at its end; may be empty.
+    /// record: an `RGT_Plugin`, packed or not, or an `RGT` whose first one counts; copied. path:
+    /// the folder of its file, with "/" at its end; may be empty.
     Template(Library* library, const util::xml::Element& record, const std::string& path);
 
     std::string getDescription() const override { return {}; }
@@ -57,7 +57,7 @@ private:
 };
 
 /// Null when the record's type is not known.
-std::unique_ptr<Template, Destroyer> makeTemplate(Library* library, const util::xml::Element& record,
-                                                  const std::string& path);
+std::unique_ptr<Template, Destroyer>
+makeTemplate(Library* library, const util::xml::Element& record, const std::string& path);
 
 } // namespace tvw::rgs::core

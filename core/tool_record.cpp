@@ -188,7 +188,8 @@ void writeMasterNode(Instance& instance, XmlSink& sink)
         master.addChild(TagWithData("parent", parentName));
     master.addChild(TagWithData("childindex", reference->indexInParent()));
     Element record;
-    writeRecord(*reference, recordflag::packed | recordflag::noChildren | recordflag::state, record);
+    writeRecord(*reference, recordflag::packed | recordflag::noChildren | recordflag::state,
+                record);
     master.addChild(record);
     sink.take(master);
 

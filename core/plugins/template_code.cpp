@@ -136,18 +136,23 @@ void Target::run() const
     if (!script_)
         return;
     for (std::size_t i = 0; i < sources_.size(); ++i)
-        setParameter(*script_, i, sources_[i].input ? sources_[i].input->value() : sources_[i].item.value());
+        setParameter(*script_, i,
+                     sources_[i].input ? sources_[i].input->value() : sources_[i].item.value());
     item_.setValue(script_->evaluate());
 }
 
 // The tool.
 
-Instance& TemplateCode::instance() { return *static_cast<Instance*>(interface()); }
+Instance& TemplateCode::instance()
+{
+    return *static_cast<Instance*>(interface());
+}
 
 std::vector<std::int32_t> TemplateCode::supportedCodes()
 {
-    return {code::updateOutput, code::writeCustomData, code::readCustomData, code::treeComplete,
-            49, 50, code::noToolTip};
+    return {
+        code::updateOutput, code::writeCustomData, code::readCustomData, code::treeComplete, 49, 50,
+        code::noToolTip};
 }
 
 std::intptr_t TemplateCode::call(std::int32_t operation, void* argument)
@@ -175,8 +180,8 @@ int TemplateCode::declareConfiguration()
     instance().setIconPath("/core/images/treeicons/template.png");
     interface()->beginConfiguration();
     if (!custom_.child("config").isEmpty())
-        instance().configuration()->addChild(
-            configadaptor::makeTemplateConfig(custom_.child("config"), instance().type()->getDataPath()));
+        instance().configuration()->addChild(configadaptor::makeTemplateConfig(
+            custom_.child("config"), instance().type()->getDataPath()));
     interface()->endConfiguration();
     declareInputs();
     declareOutputs();
@@ -207,9 +212,11 @@ void TemplateCode::declareOutputs()
             const bool isItem = source.name() == "spinner";
             if (!isItem && source.name() != "property")
                 continue;
-            output.inputs.push_back(isItem ? nullptr : inputOf(instance(), std::string(source.text())));
-            output.items.push_back(isItem ? static_cast<std::uint32_t>(numberOf(fieldOf(source, "id")))
-                                          : configadaptor::kNoId);
+            output.inputs.push_back(isItem ? nullptr
+                                           : inputOf(instance(), std::string(source.text())));
+            output.items.push_back(isItem
+                                       ? static_cast<std::uint32_t>(numberOf(fieldOf(source, "id")))
+                                       : configadaptor::kNoId);
         }
         outputs_.push_back(std::move(output));
     }
@@ -226,7 +233,8 @@ void TemplateCode::readLogic()
         for (std::size_t j = 0; j < trigger.childCount("target"); ++j)
             targets.push_back(Target::read(trigger.child("target", j), instance()));
         if (fieldOf(trigger, "type") == "property")
-            inputTriggers_.push_back({inputOf(instance(), fieldOf(trigger, "id")), 0.0, std::move(targets)});
+            inputTriggers_.push_back(
+                {inputOf(instance(), fieldOf(trigger, "id")), 0.0, std::move(targets)});
         else
             itemTriggers_.push_back({Parameter::read(trigger, instance()), std::move(targets)});
     }
@@ -241,7 +249,7 @@ void TemplateCode::updateOutput(Control* control)
             continue;
         for (std::size_t i = 0; i < output.items.size(); ++i) {
             const bool isItem = output.items[i] != configadaptor::kNoId;
-            const double value = isItem             ? instance().configuration()->valueOf(output.items[i])
+            const double value = isItem ? instance().configuration()->valueOf(output.items[i])
                                  : output.inputs[i] ? output.inputs[i]->value()
                                                     : 0.0;
             setParameter(*output.script, i, value);
@@ -300,7 +308,8 @@ void TemplateCode::receive(Message& message, bool)
     }
 }
 
-/// A template has no state beside its items; the record says by some that its nodes stand in the scene.
+/// A template has no state beside its items; the record says by some that its nodes stand in the
+/// scene.
 int TemplateCode::save()
 {
     if (instance().nodes().empty())

@@ -15,7 +15,7 @@
 namespace tvw::rgs::core {
 class Instance;
 class InstanceReference;
-}
+} // namespace tvw::rgs::core
 
 namespace tvw::rgs::core::plugins {
 

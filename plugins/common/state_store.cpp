@@ -107,8 +107,10 @@ DataChunk StateStore::saveRoot() const
 
 bool StateStore::loadRoot(const DataChunk& root)
 {
-    if (root.name().empty() && root.memberCount() == 0)
+    if (root.name().empty() && root.memberCount() == 0) {
+        reset();
         return true;
+    }
     return isOurs(std::string(root.name())) && loadEntries(root);
 }
 

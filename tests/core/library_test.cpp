@@ -1,8 +1,7 @@
 // Tool files, saved tools and the order in which types are found.
-#include "tests/support/session_test.h"
-
 #include "core/library.h"
 #include "core/tool.h"
+#include "tests/support/session_test.h"
 #include "util/huffman.h"
 
 namespace tvw::rgs::core {
@@ -18,7 +17,10 @@ class ToolLibrary : public tests::SessionTest
 {
 protected:
     LibraryManager& libraries() { return LibraryManager::instance(); }
-    static std::string toolFile(const char* name) { return std::string(RIGSTAGE_TOOL_FILES) + name + ".so"; }
+    static std::string toolFile(const char* name)
+    {
+        return std::string(RIGSTAGE_TOOL_FILES) + name + ".so";
+    }
 };
 
 } // namespace
@@ -55,7 +57,8 @@ TEST_F(ToolLibrary, AnswersWhyAFileBroughtNothing)
         EXPECT_EQ(static_cast<int>(libraries().load(row.path)), row.status) << row.path;
         EXPECT_EQ(libraries().libraries().size(), before + (row.status == 0)) << row.path;
     }
-    EXPECT_EQ(libraries().findTool("Sinusoid")->library()->name(), "Core") << "the built-in one stays";
+    EXPECT_EQ(libraries().findTool("Sinusoid")->library()->name(), "Core")
+        << "the built-in one stays";
 }
 
 TEST_F(ToolLibrary, AToolOfAFileLivesAsAnyOther)

@@ -29,7 +29,8 @@ protected:
 
 std::string two(const std::string& kind, const char* a, const char* b)
 {
-    return "<" + kind + "><constant>" + a + "</constant><constant>" + b + "</constant></" + kind + ">";
+    return "<" + kind + "><constant>" + a + "</constant><constant>" + b + "</constant></" + kind +
+           ">";
 }
 
 std::string one(const std::string& kind, const char* a)

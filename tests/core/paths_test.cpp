@@ -1,5 +1,4 @@
 #include "core/paths.h"
-
 #include "tests/support/session_test.h"
 
 #include <gtest/gtest.h>
@@ -98,8 +97,9 @@ TEST(Paths, AreJoinedAndCutAsText)
         const char* path;
         const char* name;
     };
-    constexpr Case kCases[] = {{"a/b.prm", "b.prm"}, {"a\\b.prm", "b.prm"}, {"a\\b/c", "c"},
-                               {"b.prm", "b.prm"},   {"a/", ""},            {"", ""}};
+    constexpr Case kCases[] = {{"a/b.prm", "b.prm"}, {"a\\b.prm", "b.prm"},
+                               {"a\\b/c", "c"},      {"b.prm", "b.prm"},
+                               {"a/", ""},           {"", ""}};
     for (const Case& row : kCases)
         EXPECT_EQ(fileName(row.path), row.name) << row.path;
 }
@@ -115,7 +115,8 @@ TEST(Paths, ListsFilesOfAPattern)
     const std::string& in = folder.path();
     using Names = std::vector<std::string>;
     EXPECT_EQ(listFiles(in, "*.prm", false), (Names{in + "/a.prm", in + "/b.prm"}));
-    EXPECT_EQ(listFiles(in, "*.prm", true), (Names{in + "/a.prm", in + "/b.prm", in + "/sub/c.prm"}));
+    EXPECT_EQ(listFiles(in, "*.prm", true),
+              (Names{in + "/a.prm", in + "/b.prm", in + "/sub/c.prm"}));
     EXPECT_EQ(listFiles(in, "?.prm", false), (Names{in + "/a.prm", in + "/b.prm"}));
     EXPECT_EQ(listFiles(in + "/none", "*", true), Names());
     EXPECT_EQ(listFiles("", "*", true), Names());

@@ -1,5 +1,4 @@
 #include "core/settings.h"
-
 #include "tests/support/session_test.h"
 
 #include <gtest/gtest.h>
@@ -103,10 +102,10 @@ TEST(SettingsFile, TakesOneKeyAsText)
         const char* after;
     };
     constexpr Case kCases[] = {
-        {"startcountdown", "3", true, "3"},       {"startcountdown", "true", false, "3"},
-        {"startcountdown", "1e99", false, "3"},   {"startcountdown", "99999999999", false, "3"},
-        {"silentmode", "true", true, "true"},     {"silentmode", "yes", false, "true"},
-        {"silentmode", "", false, "true"},        {"pear", "1", false, ""},
+        {"startcountdown", "3", true, "3"},     {"startcountdown", "true", false, "3"},
+        {"startcountdown", "1e99", false, "3"}, {"startcountdown", "99999999999", false, "3"},
+        {"silentmode", "true", true, "true"},   {"silentmode", "yes", false, "true"},
+        {"silentmode", "", false, "true"},      {"pear", "1", false, ""},
     };
     SettingsStore store("");
     for (const Case& row : kCases) {

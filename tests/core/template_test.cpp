@@ -1,8 +1,7 @@
 // Tools without program code: what their records say is run.
-#include "tests/support/session_test.h"
-
 #include "core/tool.h"
 #include "core/tool_record.h"
+#include "tests/support/session_test.h"
 #include "unidevice/scripted_device.h"
 
 namespace tvw::rgs::core {
@@ -12,7 +11,8 @@ namespace {
 using testing::ElementsAre;
 using tests::drive;
 
-const std::string kConfig = R"(<config><list><spinner id="1" label="One" defaultvalue="2" min="0" max="100"/>
+const std::string kConfig =
+    R"(<config><list><spinner id="1" label="One" defaultvalue="2" min="0" max="100"/>
 <list><spinner id="2" label="Two" min="-50" max="50"/><checkbox id="3" label="Flag" defaultstate="true"/></list>
 </list></config>)";
 
@@ -25,14 +25,17 @@ std::string doubled(const std::string& target, const std::string& source)
 
 std::string rig(const std::string& name, const std::string& inside, const std::string& more = {})
 {
-    return "<RGT_Plugin><type>template</type><name>" + name + "</name><customdata>" + kConfig + inside +
-           "</customdata>" + more + "</RGT_Plugin>";
+    return "<RGT_Plugin><type>template</type><name>" + name + "</name><customdata>" + kConfig +
+           inside + "</customdata>" + more + "</RGT_Plugin>";
 }
 
 class Templates : public tests::SessionTest
 {
 protected:
-    configadaptor::Node& items(const char* name) { return *session->tool(name)->instance().configuration(); }
+    configadaptor::Node& items(const char* name)
+    {
+        return *session->tool(name)->instance().configuration();
+    }
     double value(const char* name, std::uint32_t id) { return items(name).valueOf(id); }
     unidevice::Property& input(const char* name, int index)
     {
@@ -116,8 +119,8 @@ TEST_F(Templates, FireOnInputsInARun)
 
 TEST_F(Templates, FireOnItemsAtOnce)
 {
-    ASSERT_NE(read(rig("Rig", "<logic><trigger type=\"item\" id=\"1\">" + doubled("id=\"2\"", "id=\"1\"") +
-                                  "</trigger></logic>")),
+    ASSERT_NE(read(rig("Rig", "<logic><trigger type=\"item\" id=\"1\">" +
+                                  doubled("id=\"2\"", "id=\"1\"") + "</trigger></logic>")),
               nullptr);
     items("Rig").setValueOf(1, 10.0);
     EXPECT_EQ(value("Rig", 2), 20.0);
@@ -127,7 +130,8 @@ TEST_F(Templates, FireOnItemsAtOnce)
 
 TEST_F(Templates, ThatFireEachOtherComeToRest)
 {
-    ASSERT_NE(read(rig("Rig", "<logic><trigger type=\"item\" id=\"1\">" + doubled("id=\"2\"", "id=\"1\"") +
+    ASSERT_NE(read(rig("Rig", "<logic><trigger type=\"item\" id=\"1\">" +
+                                  doubled("id=\"2\"", "id=\"1\"") +
                                   "</trigger><trigger type=\"item\" id=\"2\">" +
                                   doubled("id=\"1\"", "id=\"2\"") + "</trigger></logic>")),
               nullptr);
@@ -138,9 +142,10 @@ TEST_F(Templates, ThatFireEachOtherComeToRest)
 
 TEST_F(Templates, ReachIntoOtherToolsOfTheTree)
 {
-    const std::string logic = "<logic><trigger type=\"item\" id=\"1\" external=\"Other\">" +
-                              doubled("id=\"2\" external=\"Other\"", "id=\"1\" external=\"Other\"") +
-                              "</trigger></logic>";
+    const std::string logic =
+        "<logic><trigger type=\"item\" id=\"1\" external=\"Other\">" +
+        doubled("id=\"2\" external=\"Other\"", "id=\"1\" external=\"Other\"") +
+        "</trigger></logic>";
     const std::string file = "<RGT>" + rig("Rig", logic) + rig("Other", "") + "</RGT>";
     ASSERT_NE(read(file), nullptr);
     ASSERT_NE(read(file), nullptr);
@@ -152,12 +157,14 @@ TEST_F(Templates, ReachIntoOtherToolsOfTheTree)
     EXPECT_EQ(value("Other_01", 2), 10.0) << "each file's own";
     remove(*session->tool("Other"));
     drive(*session, 0.1);
-    session->root().childReferences().front()->instance().startRun(0.0); // its target stands in limbo
+    session->root().childReferences().front()->instance().startRun(
+        0.0); // its target stands in limbo
 }
 
 TEST_F(Templates, KeepTheNodesOfTheirRecord)
 {
-    const std::string record = rig("Rig", "", R"(<nodeinfo><node name="Frame"/><node name="Lens" type="camera">
+    const std::string record =
+        rig("Rig", "", R"(<nodeinfo><node name="Frame"/><node name="Lens" type="camera">
         <parent>Frame</parent><visible>false</visible></node><select>Frame</select></nodeinfo>)");
     ASSERT_NE(read(record), nullptr);
     EXPECT_THAT(sceneNames(), ElementsAre("Rig_Frame", "Rig_Lens"));

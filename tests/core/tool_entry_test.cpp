@@ -1,8 +1,7 @@
 // What the entry of a tool shows and does: columns, menu, the low-poly view.
-#include "tests/support/session_test.h"
-
 #include "core/low_poly_view.h"
 #include "core/tool.h"
+#include "tests/support/session_test.h"
 
 namespace tvw::rgs::core {
 
@@ -14,17 +13,23 @@ using testing::ElementsAre;
 class NotingWindows final : public Windows
 {
 public:
-    void openConfiguration(Instance* tool) override { calls.push_back("configure " + tool->name()); }
+    void openConfiguration(Instance* tool) override
+    {
+        calls.push_back("configure " + tool->name());
+    }
     void openInputs(Instance* tool) override { calls.push_back("inputs " + tool->name()); }
     void openHelp(const std::string& type) override { calls.push_back("help " + type); }
-    void beginRename(InstanceReference* entry) override { calls.push_back("rename " + entry->getText()); }
+    void beginRename(InstanceReference* entry) override
+    {
+        calls.push_back("rename " + entry->getText());
+    }
     std::string chooseFile(const std::string&, const std::string& filter) override
     {
         calls.push_back(filter);
         return file;
     }
-    std::uint32_t messageBox(void*, const std::string& text, const std::string& title, std::uint32_t flags,
-                             bool) override
+    std::uint32_t messageBox(void*, const std::string& text, const std::string& title,
+                             std::uint32_t flags, bool) override
     {
         calls.push_back(title + ": " + text);
         return box::silentAnswer(flags);
@@ -83,7 +88,9 @@ TEST_F(ToolEntry, AMixedEntryTakesPartInARunAsItsOwnStateSays)
         ColumnState car, wheel;
         std::vector<std::string> running;
     };
-    const Case cases[] = {{kOn, kOn, {"Car", "Wheel"}}, {kOff, kOn, {"Wheel"}}, {kOn, kOff, {"Car"}},
+    const Case cases[] = {{kOn, kOn, {"Car", "Wheel"}},
+                          {kOff, kOn, {"Wheel"}},
+                          {kOn, kOff, {"Car"}},
                           {kOff, kOff, {}}};
     for (const Case& row : cases) {
         for (const bool closed : {false, true}) {
@@ -160,9 +167,10 @@ TEST_F(ToolEntry, TheMenuListsItsCommandsAndTheTools)
     for (const util::xml::Element& item : menu.children())
         shown.push_back(item.attributeValue("id") + " " + std::string(item.name()) + " " +
                         item.attributeValue("label"));
-    EXPECT_THAT(shown, ElementsAre("1 item Configure", "2 item Input Settings", "3 item Help documentation",
-                                   "7 item Rename", "4 item Clone", "5 item Delete", " separator ",
-                                   "6 item Browse...", " popup New tool"));
+    EXPECT_THAT(shown,
+                ElementsAre("1 item Configure", "2 item Input Settings",
+                            "3 item Help documentation", "7 item Rename", "4 item Clone",
+                            "5 item Delete", " separator ", "6 item Browse...", " popup New tool"));
     const util::xml::Element& newTool = menu.child("popup");
     const std::vector<Tool*> all = LibraryManager::instance().listTools(true);
     for (const util::xml::Element& item : newTool.children()) {
@@ -187,7 +195,8 @@ TEST_F(ToolEntry, EachCommandDoesWhatItSays)
     EXPECT_EQ(scene().undoStack().undoNames().back(), "Clone tool");
 
     const std::vector<Tool*> all = LibraryManager::instance().listTools(true);
-    const auto tiny = std::find_if(all.begin(), all.end(), [](Tool* tool) { return tool->name() == "Tiny"; });
+    const auto tiny =
+        std::find_if(all.begin(), all.end(), [](Tool* tool) { return tool->name() == "Tiny"; });
     car.onMenuCommand(1000 + static_cast<int>(tiny - all.begin()));
     EXPECT_THAT(tree(), ElementsAre("Car", "Car/Tiny_01", "Car_01"));
     EXPECT_EQ(scene().undoStack().undoNames().back(), "Create Tool");
@@ -202,8 +211,9 @@ TEST_F(ToolEntry, EachCommandDoesWhatItSays)
 TEST_F(ToolEntry, BrowsingReadsTheToolsOfAFileOrSaysWhyNot)
 {
     InstanceReference& car = make("Car");
-    windows.file = user.write("model.prm", "<RGT><RGT_Plugin><type>Tiny</type><name>Model</name></RGT_Plugin>"
-                                           "<RGT_Plugin><type>Group</type></RGT_Plugin></RGT>");
+    windows.file =
+        user.write("model.prm", "<RGT><RGT_Plugin><type>Tiny</type><name>Model</name></RGT_Plugin>"
+                                "<RGT_Plugin><type>Group</type></RGT_Plugin></RGT>");
     car.onMenuCommand(6);
     EXPECT_THAT(tree(), ElementsAre("Car", "Car/Model", "Car/Group_01"));
     for (const char* const bad : {"<RGT><RGT_Plugin>", "<pear/>", "", "no XML"}) {

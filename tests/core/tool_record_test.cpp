@@ -1,7 +1,6 @@
 // The record of a tool: what is written, what comes back, and what is refused.
-#include "tests/support/session_test.h"
-
 #include "core/tool_record.h"
+#include "tests/support/session_test.h"
 #include "util/base64.h"
 
 #include <cstring>
@@ -67,7 +66,8 @@ TEST_F(ToolRecord, AcceptsEachRootAndSkipsUnknownTypes)
         {"<pear><type>Tiny</type></pear>", {}},
         {"<RGT><pear/>" + tiny("A") + "</RGT>", {"A"}},
         {"<RGT><RGT_Plugin><type>Pear</type></RGT_Plugin>" + tiny("A") + "</RGT>", {"A"}},
-        {tiny("A", "<RGT_Plugin><type>Pear</type>" + tiny("B") + "</RGT_Plugin>" + tiny("C")), {"A", "A/C"}},
+        {tiny("A", "<RGT_Plugin><type>Pear</type>" + tiny("B") + "</RGT_Plugin>" + tiny("C")),
+         {"A", "A/C"}},
         {"<RGT_Plugin/>", {}},
         {"<RGT_Plugin><type>TinyOld</type></RGT_Plugin>", {"Tiny_01"}},
         {"<RGT_Plugin compressed=\"1\">no base64</RGT_Plugin>", {}},
@@ -77,7 +77,8 @@ TEST_F(ToolRecord, AcceptsEachRootAndSkipsUnknownTypes)
     for (const Case& row : cases) {
         InstanceReference* const first = read(row.xml);
         EXPECT_EQ(tree(), row.made) << row.xml;
-        EXPECT_EQ(first ? first->getText() : "", row.made.empty() ? "" : row.made.front()) << row.xml;
+        EXPECT_EQ(first ? first->getText() : "", row.made.empty() ? "" : row.made.front())
+            << row.xml;
         session->clear();
     }
     EXPECT_FALSE(session->createFromXml("<RGT>" + tiny("A"))) << "breaks off";
@@ -121,10 +122,12 @@ TEST_F(ToolRecord, WithoutStateMakesTheToolAnewAsItStood)
 
 TEST_F(ToolRecord, ReferencesOfAFileMayPointForward)
 {
-    const std::string link = "<nodeinfo><node name=\"Base\"><parent external=\"B\">Arm</parent></node></nodeinfo>";
+    const std::string link =
+        "<nodeinfo><node name=\"Base\"><parent external=\"B\">Arm</parent></node></nodeinfo>";
     ASSERT_NE(read("<RGT>" + tiny("A", link) + tiny("B") + "</RGT>"), nullptr);
     EXPECT_EQ(node("A_Base").parent(), &node("B_Arm"));
-    const std::string lost = "<nodeinfo><node name=\"Base\"><parent external=\"Pear\">Arm</parent></node></nodeinfo>";
+    const std::string lost =
+        "<nodeinfo><node name=\"Base\"><parent external=\"Pear\">Arm</parent></node></nodeinfo>";
     ASSERT_NE(read(tiny("C", lost)), nullptr);
     EXPECT_EQ(node("C_Base").parent(), nullptr);
 }
@@ -161,9 +164,10 @@ TEST_F(ToolRecord, WithStateButWithoutItsNodesSaysWhichAndMakesNothing)
     EXPECT_EQ(sceneNames().size(), 2U) << "what stands stays";
     ASSERT_EQ(session->messages().size(), 1U);
     EXPECT_EQ(session->messages()[0].title, "Error loading plugin");
-    EXPECT_EQ(session->messages()[0].text,
-              "Some nodes required for this plugin was not found in the scene. Please make sure all "
-              "required nodes are present.\nThe following nodes were not found:\n\nCar_Eye\n");
+    EXPECT_EQ(
+        session->messages()[0].text,
+        "Some nodes required for this plugin was not found in the scene. Please make sure all "
+        "required nodes are present.\nThe following nodes were not found:\n\nCar_Eye\n");
 }
 
 TEST_F(ToolRecord, SurvivesDamage)
@@ -172,9 +176,11 @@ TEST_F(ToolRecord, SurvivesDamage)
         "<savedata>!!!</savedata>",
         "<savedata>AAAA</savedata>",
         "<recordedinputvalues><input>AAAA</input><input/><input>x</input></recordedinputvalues>",
-        "<nodeinfo><node/><node name=\"Base\"><transform reference=\"global\">AAAA</transform></node></nodeinfo>",
+        "<nodeinfo><node/><node name=\"Base\"><transform "
+        "reference=\"global\">AAAA</transform></node></nodeinfo>",
         "<nodeinfo><node name=\"Base\"><CMesh><vertex>AAAA</vertex></CMesh></node></nodeinfo>",
-        "<nodeinfo><node name=\"Base\"><parent>Base</parent></node><select>Pear</select></nodeinfo>",
+        "<nodeinfo><node "
+        "name=\"Base\"><parent>Base</parent></node><select>Pear</select></nodeinfo>",
         "<nodeinfo><node name=\"Base\"><parent>Arm</parent></node></nodeinfo>",
         "<configprofile/><inputprofile><property/></inputprofile><customdata/>",
         "<configprofile version=\"2.0\"><group><item id=\"0\">nan</item></group></configprofile>",
@@ -201,7 +207,8 @@ TEST_F(ToolRecord, OfTheWholeTreeGoesThroughAFile)
     ASSERT_TRUE(session->loadPrm(path));
     EXPECT_THAT(tree(), ElementsAre("Set", "Set/Car", "Bus"));
     ASSERT_TRUE(session->loadPrm(path, session->tool("Set")));
-    EXPECT_THAT(tree(), ElementsAre("Set", "Set/Car", "Set/Set_01", "Set/Set_01/Car_01", "Set/Bus_01", "Bus"));
+    EXPECT_THAT(tree(), ElementsAre("Set", "Set/Car", "Set/Set_01", "Set/Set_01/Car_01",
+                                    "Set/Bus_01", "Bus"));
 
     Element unbound = util::xml::Tag("scene");
     session->core().saveUnboundTools(unbound);

@@ -1,8 +1,7 @@
 // Making, naming, deleting and cloning of tools, and the way back of each.
-#include "tests/support/session_test.h"
-
 #include "core/tool.h"
 #include "core/unique_name.h"
+#include "tests/support/session_test.h"
 #include "unidevice/device_hub.h"
 
 #include <set>
@@ -111,8 +110,8 @@ TEST_F(ToolTree, RenamesTheToolAndItsNodes)
         const char* wanted;
         const char* name;
     };
-    constexpr Case kCases[] = {{"Car", "Car"}, {"Bus", "Bus_01"}, {"Van", "Van"}, {"", "Tiny"},
-                               {"12", "12"}};
+    constexpr Case kCases[] = {
+        {"Car", "Car"}, {"Bus", "Bus_01"}, {"Van", "Van"}, {"", "Tiny"}, {"12", "12"}};
     for (const Case& row : kCases) {
         car.rename(row.wanted);
         EXPECT_EQ(car.getText(), row.name) << row.wanted;
@@ -288,8 +287,9 @@ TEST_F(ToolTree, AttachCountsThePlaceBeforeTheMove)
         std::vector<std::string> after;
     };
     const Case cases[] = {
-        {"A", 2, {"B", "A", "C", "D"}}, {"A", 0, {"A", "B", "C", "D"}}, {"D", 1, {"A", "D", "B", "C"}},
-        {"D", 1, {"A", "D", "B", "C"}}, {"A", -1, {"D", "B", "C", "A"}}, {"D", 99, {"B", "C", "A", "D"}},
+        {"A", 2, {"B", "A", "C", "D"}},  {"A", 0, {"A", "B", "C", "D"}},
+        {"D", 1, {"A", "D", "B", "C"}},  {"D", 1, {"A", "D", "B", "C"}},
+        {"A", -1, {"D", "B", "C", "A"}}, {"D", 99, {"B", "C", "A", "D"}},
     };
     for (const Case& row : cases) {
         root.attach(session->tool(row.tool), row.index);
@@ -317,7 +317,8 @@ TEST_F(ToolTree, CloneTakesTheSubtreeAndWhatTheUserLinkedToIt)
 
     InstanceReference* const copy = car.clone();
     ASSERT_NE(copy, nullptr);
-    EXPECT_THAT(tree(), ElementsAre("Set", "Set/Car", "Set/Car/Wheel", "Set/Car_01", "Set/Car_01/Wheel_01"));
+    EXPECT_THAT(tree(), ElementsAre("Set", "Set/Car", "Set/Car/Wheel", "Set/Car_01",
+                                    "Set/Car_01/Wheel_01"));
     EXPECT_EQ(scene().find("Car_01_Base")->parent(), &road);
     EXPECT_EQ(scene().find("Car_01_Arm")->parent(), scene().find("Car_01_Base"));
     EXPECT_EQ(scene().find("Wheel_01_Base")->parent(), scene().find("Car_01_Arm"))

@@ -76,7 +76,8 @@ protected:
     stage::Stage& scene() { return session->stage(); }
     core::InstanceManager& tools() { return session->core().instances(); }
 
-    core::InstanceReference& make(const std::string& name, core::InstanceReference* parent = nullptr,
+    core::InstanceReference& make(const std::string& name,
+                                  core::InstanceReference* parent = nullptr,
                                   const std::string& type = "Tiny")
     {
         auto made = session->create(type, name, parent);
@@ -91,7 +92,10 @@ protected:
         return made ? *made : nullptr;
     }
 
-    void remove(core::InstanceReference& entry) { core::InstanceManager::deleteReference(&entry, true); }
+    void remove(core::InstanceReference& entry)
+    {
+        core::InstanceManager::deleteReference(&entry, true);
+    }
 
     /// The names of the tools, each behind those above it: "Group/Car".
     std::vector<std::string> tree()

@@ -31,7 +31,10 @@ static_assert(isSound(kTinyItems));
 inline constexpr NodeRow kTinyNodes[] = {
     {.prefix = {}, .name = "Base", .mesh = &shape::relativeCage},
     {.prefix = {}, .name = "Arm", .mesh = &shape::target, .parent = 0, .group = NodeGroup::Always},
-    {.prefix = {}, .name = "Eye", .mesh = &shape::camera, .kind = nodekind::camera,
+    {.prefix = {},
+     .name = "Eye",
+     .mesh = &shape::camera,
+     .kind = nodekind::camera,
      .group = NodeGroup::Always},
 };
 inline constexpr InputRow kTinyInputs[] = {{{}, "Push", unidevice::kind::any}};

@@ -1,5 +1,5 @@
-// A tool file, built several times with other exports: VERSION is what it says that it is, PLUGIN the
-// id of its one tool; either may be missing.
+// A tool file, built several times with other exports: VERSION is what it says that it is, PLUGIN
+// the id of its one tool; either may be missing.
 #include "core/contract/interface.h"
 #include "core/contract/plugin.h"
 
@@ -30,7 +30,10 @@ private:
 class ForeignPlugin final : public CCameraPlugin
 {
 public:
-    CCamera* createObject(const CCamera::CreateParam& param) override { return new ForeignTool(param); }
+    CCamera* createObject(const CCamera::CreateParam& param) override
+    {
+        return new ForeignTool(param);
+    }
     std::string getId() override { return PLUGIN; }
     std::string getDisplayName() override { return "Foreign"; }
     std::string getCategory() override { return "Vehicle"; }
@@ -43,11 +46,17 @@ public:
 extern "C" {
 
 #ifdef VERSION
-std::int32_t getVersion() { return VERSION; }
+std::int32_t getVersion()
+{
+    return VERSION;
+}
 #endif
 
 #ifdef PLUGIN
-tvw::rgs::CCameraPlugin* getPlugin(std::int32_t index) { return index == 0 ? new ForeignPlugin : nullptr; }
+tvw::rgs::CCameraPlugin* getPlugin(std::int32_t index)
+{
+    return index == 0 ? new ForeignPlugin : nullptr;
+}
 #endif
 
 } // extern "C"
