@@ -27,9 +27,9 @@ void RecordedInputs::growTo(int count)
 
 void RecordedInputs::startRecording(double time, PropertyHandler& inputs, CInterface& runtime)
 {
-    growTo(inputs.count());
     runtime.pushUndo(new CVariableModUndo<Lines>(&lines_));
     runtime.pushUndo(new CVariableModUndo<Lines>(&starts_));
+    growTo(inputs.count());
     for (std::size_t i = 0; i < lines_.size(); ++i) {
         lines_[i].cutBehind(time);
         starts_[i].cutFrom(time);
