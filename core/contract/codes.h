@@ -1,0 +1,89 @@
+/// The numbered operations of `CExtendable::call`, who answers them, and what they are given.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tvw::unidevice {
+class Control;
+}
+
+namespace tvw::util::xml {
+class Element;
+}
+
+namespace tvw::rgs {
+
+class CNode;
+class CSnapshot_Shape;
+
+namespace code {
+
+// Answered by a node (`CNode::call`).
+inline constexpr std::int32_t openSelection = 10;  ///< no argument; 0 when a bracket is open already
+inline constexpr std::int32_t closeSelection = 11; ///< no argument
+inline constexpr std::int32_t disown = 17;         ///< no argument; runs leave the node's keys alone
+inline constexpr std::int32_t isSameNode = 31;     ///< CNode*; 1 when both stand for one scene node
+inline constexpr std::int32_t renameNode = 32;     ///< const std::string*; inside an undo of its own
+inline constexpr std::int32_t copyNode = 37;       ///< CNode** out; a copy of the scene node
+
+// Answered by the runtime (`CInterface::call`).
+inline constexpr std::int32_t shapeSnapshot = 38;        ///< ShapeSnapshotRequest*
+inline constexpr std::int32_t releaseShapeSnapshot = 39; ///< ShapeSnapshotRelease*
+inline constexpr std::int32_t makeOutput = 41;           ///< OutputRequest*; answers a Control*
+inline constexpr std::int32_t deleteTool = 43;           ///< no argument; as the user would
+inline constexpr std::int32_t parentName = 55;           ///< std::string* out; empty below the root
+inline constexpr std::int32_t masterNode = 56;           ///< XmlSink*
+inline constexpr std::int32_t destroyTool = 58;          ///< no argument
+inline constexpr std::int32_t addLabel = 60;             ///< LabelRequest*
+
+// Answered by a tool object (`CCamera::call`).
+inline constexpr std::int32_t updateOutput = 40;    ///< unidevice::Control*
+inline constexpr std::int32_t treeComplete = 42;    ///< no argument; the tool and all its children stand
+inline constexpr std::int32_t writeCustomData = 44; ///< util::xml::Element*, to be filled
+inline constexpr std::int32_t readCustomData = 45;  ///< const util::xml::Element*
+inline constexpr std::int32_t noToolTip = 61;       ///< only its presence counts
+
+// Answered by a tool's factory (`CCameraPlugin::call`).
+inline constexpr std::int32_t olderIds = 16; ///< std::vector<std::string>* out
+inline constexpr std::int32_t unlisted = 51; ///< only its presence counts: no entry in the tool lists
+
+} // namespace code
+
+struct ShapeSnapshotRequest
+{
+    CNode* node;
+    double time; ///< [s]
+};
+
+struct ShapeSnapshotRelease
+{
+    CSnapshot_Shape* snapshot;
+    CNode* node;
+};
+
+/// A virtual output: a control of the tool's own device, which other tools can bind as an input.
+struct OutputRequest
+{
+    std::string name;
+    std::int32_t id;
+    std::int32_t kind; ///< unidevice::kind bits
+};
+
+struct LabelRequest
+{
+    std::string text;
+    std::int32_t style;
+};
+
+/// Takes an element that somebody else made.
+class XmlSink
+{
+public:
+    virtual void take(const util::xml::Element& element) = 0;
+
+protected:
+    ~XmlSink() = default;
+};
+
+} // namespace tvw::rgs

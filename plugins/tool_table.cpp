@@ -1,0 +1,23 @@
+#include "plugins/tool_table.h"
+
+#include "plugins/release/sinusoid/sinusoid_CSinusoidPlugin.h"
+
+namespace tvw::rgs {
+
+namespace {
+
+template <class Plugin>
+CCameraPlugin* make()
+{
+    return new Plugin;
+}
+
+constexpr MakePlugin kTools[] = {
+    &make<addon::CSinusoidPlugin>,
+};
+
+} // namespace
+
+std::span<const MakePlugin> toolTable() { return kTools; }
+
+} // namespace tvw::rgs

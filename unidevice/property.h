@@ -1,0 +1,75 @@
+/// One named input of a tool: at most one control behind a small pipeline.
+#pragma once
+
+#include "unidevice/control.h"
+
+#include <memory>
+#include <string>
+
+namespace tvw::unidevice {
+
+class Property : public ControlTarget
+{
+public:
+    class Factory;
+
+    /// kindMask: the kinds of control that the input takes.
+    Property(std::string name, std::uint32_t kindMask);
+
+    void controlDeleted(Control* control) override;
+
+    /// The shaped value: the dead zone is taken off the magnitude and the rest stretched back to full
+    /// deflection, then exponent, sign, multiplier and offset in this order. 0 stands for an unbound
+    /// control. Takes no lock, allocates nothing. Not a number at a dead zone of exactly 1.
+    virtual double value();
+
+    virtual void destroy() { delete this; }
+
+    /// Binds a control (null: unbinds). Answers kindMask AND the control's, `kind::any` for null; 0
+    /// says that the kinds don't fit, but the binding stands.
+    std::uint32_t bind(Control* control);
+
+    Control* control() const { return control_; }
+    double raw() const { return control_ ? control_->value() : 0.0; }
+
+    const std::string& name() const { return name_; }
+    std::uint32_t kindMask() const { return kindMask_; }
+
+    double multiplier = 1.0;
+    double exponent = 1.0;
+    double deadzone = 0.1; ///< of full deflection, 0 to below 1
+    double offset = 0.0;
+
+    /// A stored binding that no present device could meet; kept so that it survives a save. Never null.
+    util::xml::Element& pendingControl() { return *pending_; }
+    const util::xml::Element& pendingControl() const { return *pending_; }
+
+    /// A `property` element: the name and the four numbers, without the binding.
+    void writeXml(util::xml::Element& element) const;
+
+    /// Takes what numbers the element has; the others stay.
+    void readXml(const util::xml::Element& element);
+
+    virtual ~Property();
+
+    Property(const Property&) = delete;
+    Property& operator=(const Property&) = delete;
+
+private:
+    std::string name_;
+    std::uint32_t kindMask_;
+    Control* control_ = nullptr;
+    std::unique_ptr<util::xml::Element> pending_;
+};
+
+/// Makes a tool's properties; a tool that wants a class of its own passes one.
+class Property::Factory
+{
+public:
+    virtual Property* create(std::string name, std::uint32_t kindMask);
+
+protected:
+    ~Factory() = default;
+};
+
+} // namespace tvw::unidevice
