@@ -23,6 +23,17 @@ std::string_view bytesOf(const std::vector<T>& values)
     return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(T)};
 }
 
+/// Of the two quaternions of one rotation the one nearer to the predecessor's.
+void turnTowards(std::vector<std::array<float, 4>>& values, std::size_t i)
+{
+    if (i == 0)
+        return;
+    const std::array<float, 4>& a = values[i - 1];
+    std::array<float, 4>& b = values[i];
+    if (a[0] * b[0] + a[1] * b[1] + a[2] * b[2] + a[3] * b[3] < 0.0F)
+        b = {-b[0], -b[1], -b[2], -b[3]};
+}
+
 bool isAffine(const Matrix4& m)
 {
     constexpr double kRow[] = {0.0, 0.0, 0.0, 1.0};
@@ -76,6 +87,8 @@ void AnimationWriter::writeChannel(std::size_t node, const char* path,
     for (const std::size_t i : kept) {
         thinTimes.push_back(poses_.times[i]);
         thinValues.push_back(values[i]);
+        if constexpr (N == 4)
+            turnTowards(thinValues, thinValues.size() - 1);
     }
     const std::size_t input = secondsOf(thin ? thinTimes : poses_.times).accessor;
     const std::vector<std::array<float, N>>& out = thin ? thinValues : values;

@@ -20,6 +20,9 @@
 
 namespace tvw::rgs::stage {
 
+/// Levels of nodes below nodes that a file may have: many functions call themselves once a level.
+inline constexpr std::size_t kDeepest = 2000;
+
 inline constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
 /// Keys, either as values or as the bytes of a file that outlives this: a long take is then copied
