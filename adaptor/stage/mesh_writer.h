@@ -15,7 +15,7 @@ namespace tvw::rgs::stage {
 class MeshWriter
 {
 public:
-    MeshWriter(GlbWriter& file, bool exact) : file_(file), keepExact_(exact) {}
+    MeshWriter(GlbWriter& file, bool keepExact) : file_(file), keepExact_(keepExact) {}
 
     /// Indices into the two lists below; kNone in `plain` where glTF can't have the mesh (without
     /// triangles, or with indices to nowhere).

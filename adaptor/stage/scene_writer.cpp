@@ -178,16 +178,12 @@ void SceneWriter::writePose(const StageNode& node, std::size_t index, Json& out,
 void SceneWriter::writeLens(const StageNode& node, Json& out, Json& exact)
 {
     const KeyTrack<double>& keys = node.fovKeys();
-    const double degrees = keys.empty() ? node.state().fov : keys.key(0).value;
-    const double vertical = verticalAngle(degrees, node.state().viewAngle, kAspectRatio);
+    const double vertical = verticalAngle(node.state().fov, node.state().viewAngle, kAspectRatio);
     out["camera"] = cameras_.size();
     cameras_.push_back(
         {{"type", "perspective"},
          {"name", asUtf8(node.name())},
          {"perspective", {{"aspectRatio", kAspectRatio}, {"yfov", vertical}, {"znear", 0.1}}}});
-    exact["viewAngle"] = static_cast<int>(node.state().viewAngle);
-    exact["fov"] = node.state().fov;
-    exact["targetDistance"] = node.state().targetDistance;
     if (!tools_)
         return;
     if (!keys.empty())
@@ -222,6 +218,11 @@ Json SceneWriter::extrasOf(const StageNode& node) const
     if (node.kind() == NodeKind::Spline && state.spline) {
         ours["closed"] = state.spline->closed();
         ours["points"] = pointsOf(*state.spline);
+    }
+    if (node.hasLens()) {
+        ours["viewAngle"] = static_cast<int>(state.viewAngle);
+        ours["fov"] = state.fov;
+        ours["targetDistance"] = state.targetDistance;
     }
     for (const auto& [key, text] : state.properties) {
         if (isPlainProperty(key, text))
