@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace tvw::rgs::stage {
 
@@ -29,6 +30,31 @@ double cubic(double a, double out, double b, double in, double f, double length)
     const double f3 = f2 * f;
     return (2 * f3 - 3 * f2 + 1) * a + length * (f3 - 2 * f2 + f) * out + (3 * f2 - 2 * f3) * b +
            length * (f3 - f2) * in;
+}
+
+/// Files hold seconds in single precision, which no frame's time but a few survives. Where all
+/// times lie, within that precision, on frames of one usual rate, these frames are meant.
+std::vector<Flicks> flicksOf(const std::vector<double>& seconds)
+{
+    constexpr double kPrecision = 1.2e-7; // 2^-23
+    constexpr double kLongest = 1e6;      // [s], beyond which frames are no longer told apart
+    for (const double rate : {24.0, 25.0, 30.0, 100.0, 120.0}) {
+        const auto frame = static_cast<Flicks>(static_cast<double>(kFlicksPerSecond) / rate);
+        const bool isOnFrames = std::all_of(seconds.begin(), seconds.end(), [&](double t) {
+            return std::abs(t) < kLongest && std::abs(t - std::round(t * rate) / rate) <=
+                                                 kPrecision * std::max(std::abs(t), 1.0 / rate);
+        });
+        if (!isOnFrames)
+            continue;
+        std::vector<Flicks> frames;
+        for (const double t : seconds)
+            frames.push_back(std::llround(t * rate) * frame);
+        return frames;
+    }
+    std::vector<Flicks> out;
+    for (const double t : seconds)
+        out.push_back(toFlicks(t));
+    return out;
 }
 
 } // namespace
@@ -154,8 +180,7 @@ ChannelReader::Curve ChannelReader::curveOf(const Channel& channel) const
     const std::size_t width = channel.path == Path::Rotation ? 4 : 3;
     const std::size_t parts = channel.mode == Mode::Cubic ? 3 : 1;
     Curve curve{channel.path, channel.mode, {}, file_.numbers(channel.output, width), width};
-    for (const double seconds : file_.numbers(channel.input, 1))
-        curve.times.push_back(toFlicks(seconds));
+    curve.times = flicksOf(file_.numbers(channel.input, 1));
     if (curve.times.empty() || curve.values.size() != curve.times.size() * parts * width)
         throw FileFault{"an animation has another number of values than of times"};
     if (std::adjacent_find(curve.times.begin(), curve.times.end(), std::greater_equal<>()) !=

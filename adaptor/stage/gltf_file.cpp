@@ -331,14 +331,18 @@ const Json& objectIn(const Json& object, const char* key)
     return *found;
 }
 
+std::size_t indexOf(const Json& value, const char* what, std::size_t limit)
+{
+    if (!value.is_number_unsigned() || value.get<std::uint64_t>() >= limit)
+        throw FileFault{std::string(what) + " is out of range"};
+    return value.get<std::size_t>();
+}
+
 std::size_t indexIn(const Json& object, const char* key, std::size_t limit)
 {
     if (!object.is_object() || !object.contains(key))
         return kNone;
-    const Json& value = object[key];
-    if (!value.is_number_unsigned() || value.get<std::uint64_t>() >= limit)
-        throw FileFault{std::string(key) + " is out of range"};
-    return value.get<std::size_t>();
+    return indexOf(object[key], key, limit);
 }
 
 double finiteNumber(const Json& value, const char* what)

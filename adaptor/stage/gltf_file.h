@@ -90,6 +90,8 @@ private:
 template <std::size_t N>
 [[nodiscard]] std::array<double, N> numbersIn(const Json& object, const char* key,
                                               const std::array<double, N>& missing);
+/// A value that counts something or points at one of `limit` things.
+[[nodiscard]] std::size_t indexOf(const Json& value, const char* what, std::size_t limit);
 [[nodiscard]] double finiteNumber(const Json& value, const char* what);
 
 template <std::size_t N>
