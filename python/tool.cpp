@@ -83,7 +83,7 @@ std::vector<PyItem> items(const PyTool& tool)
         core::configadaptor::Node& node = *item.node;
         const bool hasId = node.id() != core::configadaptor::kNoId;
         all.push_back({hasId ? static_cast<std::int64_t>(node.id()) : -1, item.group, node.label(),
-                       kindName(node.kind()), node.tooltip(), valueOf(item), node.minimum(),
+                       stage::kindName(node.kind()), node.tooltip(), valueOf(item), node.minimum(),
                        node.maximum(), node.step()});
     }
     return all;

@@ -84,7 +84,8 @@ Names keyNames()
                 std::string(range.prefix) + static_cast<char>(range.start + (code - range.first));
     }
     for (int i = 0; i < kFunctionKeys; ++i)
-        names[static_cast<std::size_t>(kFirstFunctionKey + i)] = "F" + std::to_string(i + 1);
+        names[static_cast<std::size_t>(kFirstFunctionKey + i)] =
+            std::string("F").append(std::to_string(i + 1));
     return names;
 }
 

@@ -84,7 +84,7 @@ bool XMLFileManager::removeFromFile(const std::string& name, const std::string& 
     Element root = root_;
     for (const Element& other : others)
         root.addChild(other);
-    return root.save(path);
+    return static_cast<bool>(root.save(path));
 }
 
 std::vector<Element> XMLFileManager::othersIn(const std::string& path, const std::string& name)

@@ -95,6 +95,15 @@ public:
         return !empty() && time <= lastTime() && keyAt(seek(time)).time == time;
     }
 
+    /// The index of the first key at or behind `time`; size() when there is none.
+    [[nodiscard]] std::size_t indexAtOrBehind(Flicks time) const noexcept
+    {
+        if (empty() || time > lastTime())
+            return size();
+        const Place place = seek(time);
+        return content_.entries_[place.block].first + place.key;
+    }
+
     /// Before the first key its value, behind the last key that one's. Not for an empty track.
     [[nodiscard]] T at(Flicks time) const noexcept
     {

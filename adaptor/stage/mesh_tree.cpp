@@ -23,21 +23,23 @@ double halfArea(const Box& box)
     return d.x * d.y + d.y * d.z + d.z * d.x;
 }
 
-/// A ray prepared for many tests. The axis kz is the one along which the direction is longest, the
-/// others follow so that the shear keeps the handedness.
+/// A ray prepared for many tests. kz is the axis along which the direction is longest, the others
+/// follow so that the shear keeps the handedness.
 struct Ray
 {
     Ray(const Vector3d& o, const Vector3d& d) : origin(o)
     {
         const Vector3d size{std::abs(d.x), std::abs(d.y), std::abs(d.z)};
-        kz = size.x > size.y ? (size.x > size.z ? 0 : 2) : (size.y > size.z ? 1 : 2);
-        kx = (kz + 1) % 3;
-        ky = (kx + 1) % 3;
+        const int kz = size.x > size.y ? (size.x > size.z ? 0 : 2) : (size.y > size.z ? 1 : 2);
+        int kx = (kz + 1) % 3;
+        int ky = (kx + 1) % 3;
         if (d[kz] < 0.0)
             std::swap(kx, ky);
-        sx = d[kx] / d[kz];
-        sy = d[ky] / d[kz];
-        sz = 1.0 / d[kz];
+        across[kx] = 1.0;
+        across[kz] = -d[kx] / d[kz];
+        up[ky] = 1.0;
+        up[kz] = -d[ky] / d[kz];
+        along[kz] = 1.0 / d[kz];
         // A component of 0 must not give 0 * infinity at a box that begins in the ray's plane.
         constexpr double kSteepest = 1e300;
         for (int i = 0; i < 3; ++i)
@@ -53,10 +55,10 @@ struct Ray
             const double a = (box.low[i] - origin[i]) * inverse[i];
             const double b = (box.high[i] - origin[i]) * inverse[i];
             in = std::max(in, std::min(a, b));
-            // The three roundings on the way to b are 1.5e-16 each.
-            out = std::min(out, std::max(a, b) * (1.0 + 1e-15));
+            out = std::min(out, std::max(a, b));
         }
-        return in <= out ? in : -1.0;
+        // The three roundings on the way to either bound are 1.1e-16 of it each.
+        return in <= out * (1.0 + 1e-15) ? in : -1.0;
     }
 
     /// The ray's parameter at the triangle; negative when it misses.
@@ -65,12 +67,12 @@ struct Ray
         const Vector3d a = t.a - origin;
         const Vector3d b = t.b - origin;
         const Vector3d c = t.c - origin;
-        const double ax = a[kx] - sx * a[kz];
-        const double ay = a[ky] - sy * a[kz];
-        const double bx = b[kx] - sx * b[kz];
-        const double by = b[ky] - sy * b[kz];
-        const double cx = c[kx] - sx * c[kz];
-        const double cy = c[ky] - sy * c[kz];
+        const double ax = dot(across, a);
+        const double ay = dot(up, a);
+        const double bx = dot(across, b);
+        const double by = dot(up, b);
+        const double cx = dot(across, c);
+        const double cy = dot(up, c);
         const double u = cx * by - cy * bx;
         const double v = ax * cy - ay * cx;
         const double w = bx * ay - by * ax;
@@ -79,13 +81,14 @@ struct Ray
         const double det = u + v + w;
         if (det == 0.0)
             return -1.0;
-        return (u * (sz * a[kz]) + v * (sz * b[kz]) + w * (sz * c[kz])) / det;
+        return (u * dot(along, a) + v * dot(along, b) + w * dot(along, c)) / det;
     }
 
     Vector3d origin;
     Vector3d inverse;
-    int kx, ky, kz;
-    double sx, sy, sz;
+    // The shear that lays the ray along an axis, as rows: two across it and one along it. A vertex
+    // goes through the same arithmetic in each of its triangles, so that their edges meet exactly.
+    Vector3d across, up, along;
 };
 
 } // namespace

@@ -196,7 +196,7 @@ Status Session::savePrm(const std::string& path)
 {
     util::xml::Element record;
     core::writeRecord(root(), core::recordflag::plain, record);
-    return record.save(path) ? Status() : Status::failure(path + ": can't be written");
+    return record.save(path);
 }
 
 Status Session::loadPrm(const std::string& path, InstanceReference* parent)

@@ -177,6 +177,7 @@ void UndoStack::destroyBackward(Step& step)
 
 void UndoStack::clear()
 {
+    ++bracket_; // whoever has noted a change in an open bracket must note the next one anew
     dropUndone();
     std::vector<Step> dropped;
     dropped.swap(done_);

@@ -48,11 +48,12 @@ public:
     [[nodiscard]] std::vector<std::string> undoNames() const; ///< newest last
     [[nodiscard]] std::vector<std::string> redoNames() const; ///< the next to be redone last
 
-    /// Steps kept, at least 1; the oldest go first. Default: 1000.
+    /// Steps kept, at least 1; the oldest go first. Default: 200 (a step of a take keeps the keys that
+    /// it replaced).
     void setLimit(std::size_t steps);
 
     /// Drops all records, those of an open bracket too, without taking anything back. The bracket
-    /// stays open.
+    /// stays open, and counts as another one.
     void clear();
 
 private:
@@ -73,7 +74,7 @@ private:
     Step open_;
     std::vector<Step> done_;
     std::vector<Step> undone_;
-    std::size_t limit_ = 1000;
+    std::size_t limit_ = 200;
     std::uint64_t bracket_ = 0;
     int bracketsInRestore_ = 0;
     bool cancelled_ = false;

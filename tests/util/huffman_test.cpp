@@ -195,10 +195,23 @@ std::string randomBytes(std::size_t size, int values)
     return bytes;
 }
 
+/// Eight values equally often: all codes have three bits, and a decoder that starts amid them never
+/// falls into step unless it starts at a code.
+std::string equalLengthBytes(std::size_t size)
+{
+    std::string bytes;
+    for (std::size_t i = 0; i < size; ++i) {
+        bytes.push_back(static_cast<char>('a' + i % 8));
+    }
+    std::shuffle(bytes.begin(), bytes.end(), std::mt19937(9));
+    return bytes;
+}
+
 TEST(Huffman, KeepsBytesOfEveryKind)
 {
-    std::vector<std::string> inputs{fibonacciBytes(20), fibonacciBytes(25), randomBytes(70001, 256),
-                                    randomBytes(40000, 3), randomBytes(9999, 40)};
+    std::vector<std::string> inputs{fibonacciBytes(20),      fibonacciBytes(25),
+                                    randomBytes(70001, 256), randomBytes(40000, 3),
+                                    randomBytes(9999, 40),   equalLengthBytes(160000)};
     for (std::size_t size = 2; size < 70; ++size) {
         inputs.push_back("ab" + randomBytes(size, 90));
     }
@@ -217,6 +230,15 @@ TEST(Huffman, EveryCutOfABlockFails)
     const std::string block = compress(fibonacciBytes(16));
     for (std::size_t size = 16; size < block.size(); ++size) {
         EXPECT_FALSE(decompress(std::string_view(block).substr(0, size))) << size;
+    }
+}
+
+/// The same where several streams decode side by side, at their ends above all.
+TEST(Huffman, CutsOfALongBlockFail)
+{
+    const std::string block = compress(randomBytes(30000, 100));
+    for (std::size_t cut = 1; cut < block.size() - 600; cut += 97) {
+        EXPECT_FALSE(decompress(std::string_view(block).substr(0, block.size() - cut))) << cut;
     }
 }
 

@@ -220,6 +220,9 @@ int Builder::openTag(Element& element, const Token& token)
         return code::ok;
     }
     constexpr std::size_t kUsual = 8;
+    if (!keys_.empty()) {
+        keys_ = {}; // to clear a table that has grown takes as long as it is large
+    }
     attributeCount_ = 0;
     attributeCapacity_ = kUsual;
     attributes_ = arena_.array<Element::AttributeRecord>(kUsual);
@@ -290,8 +293,7 @@ std::size_t Builder::indexOfKey(std::string_view key)
         }
         return i;
     }
-    if (count == kFew) {
-        keys_.clear();
+    if (keys_.empty()) {
         for (std::size_t i = 0; i < count; ++i) {
             keys_.emplace(keyAt(i), i);
         }

@@ -1,5 +1,5 @@
-/// A tool's side of the runtime for tests of the host: it is somebody to own nodes, and answers with
-/// its record when it is asked for it.
+/// A tool's side of the runtime for tests of the host: it is somebody to own nodes, and answers
+/// with its record when it is asked for it.
 #pragma once
 
 #include "adaptor/stage/stage.h"
@@ -24,7 +24,10 @@ public:
         return 0;
     }
     void pushUndo(CUndo*) override {}
-    Property* addProperty(std::string, std::uint32_t, Property::Factory*) override { return nullptr; }
+    Property* addProperty(std::string, std::uint32_t, Property::Factory*) override
+    {
+        return nullptr;
+    }
     Property* addProperty(std::string, std::uint32_t) override { return nullptr; }
     Property* findProperty(std::string) override { return nullptr; }
     void beginConfiguration() override {}
@@ -82,7 +85,9 @@ class ToolStage
 public:
     ToolStage()
     {
-        stage.hooks.ownerName = [](CInterface* owner) { return static_cast<FakeTool*>(owner)->name; };
+        stage.hooks.ownerName = [](CInterface* owner) {
+            return static_cast<FakeTool*>(owner)->name;
+        };
     }
 
     NodeHandle& helper(FakeTool& tool, const std::string& name, CNode* parent = nullptr)

@@ -14,8 +14,8 @@ TEST(Flicks, FramesOfUsualRatesLandExactly)
         int fps;
         Flicks perFrame;
     };
-    constexpr Case kCases[] = {{24, 29'400'000}, {25, 28'224'000}, {30, 23'520'000},
-                               {60, 11'760'000}, {120, 5'880'000}};
+    constexpr Case kCases[] = {
+        {24, 29'400'000}, {25, 28'224'000}, {30, 23'520'000}, {60, 11'760'000}, {120, 5'880'000}};
     for (const Case& c : kCases) {
         for (int frame : {0, 1, 2, 3, 7, 1001, 86'399, 2'000'000, -5}) {
             SCOPED_TRACE(testing::Message() << c.fps << " fps, frame " << frame);

@@ -22,6 +22,7 @@ void expectEqual(const Track& track, const std::map<Flicks, double>& model)
         ASSERT_EQ(track.key(i).value, value);
         ASSERT_TRUE(track.hasKeyAt(time));
         ASSERT_EQ(track.at(time), value);
+        ASSERT_EQ(track.indexAtOrBehind(time), i);
         ++i;
     }
     i = 0;
@@ -32,6 +33,8 @@ void expectEqual(const Track& track, const std::map<Flicks, double>& model)
     EXPECT_EQ(i, model.size());
     if (!model.empty()) {
         EXPECT_EQ(track.lastTime(), model.rbegin()->first);
+        EXPECT_EQ(track.indexAtOrBehind(model.rbegin()->first + 1), model.size());
+        EXPECT_EQ(track.indexAtOrBehind(model.begin()->first - 1), 0U);
     }
 }
 
@@ -191,8 +194,7 @@ TEST(KeyTrack, PosesTurnEvenlyAndChangeLengthLinearly)
         SCOPED_TRACE(c.name);
         const Matrix4 a = pose(c.fromDegrees, 1, {0, 0, 0});
         const Matrix4 b = pose(c.toDegrees, 3, {4, 8, -2});
-        const Matrix4 expected =
-            pose(c.degrees, 1 + 2 * c.f, {4 * c.f, 8 * c.f, -2 * c.f});
+        const Matrix4 expected = pose(c.degrees, 1 + 2 * c.f, {4 * c.f, 8 * c.f, -2 * c.f});
         const Matrix4 got = interpolate(a, b, c.f);
         for (int i = 0; i < 16; ++i)
             EXPECT_NEAR(got[i], expected[i], 1e-12) << "element " << i;

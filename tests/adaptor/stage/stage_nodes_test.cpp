@@ -168,7 +168,9 @@ TEST(StageNodes, EveryChangeInABracketIsUndone)
         {"selection", [&] { stage.select(camera, false); },
          [&] { return stage.selection() == std::vector{&camera}; }},
         {"colour", [&] { camera.setColor(1, 0, 0); },
-         [&] { return camera.state().color == std::array{1.0F, 0.0F, 0.0F}; }},
+         [&] {
+             return camera.state().color == std::array{1.0F, 0.0F, 0.0F};
+         }},
         {"wireframe", [&] { camera.setWireframe(true); }, [&] { return camera.state().wireframe; }},
         {"on top", [&] { camera.setAlwaysOnTop(true); },
          [&] { return camera.state().alwaysOnTop; }},
@@ -180,11 +182,19 @@ TEST(StageNodes, EveryChangeInABracketIsUndone)
         {"kind of angle", [&] { camera.setViewAngle(ViewAngle::Vertical); },
          [&] { return camera.state().viewAngle == ViewAngle::Vertical; }},
         {"mesh", [&] { camera.setMesh(groundMesh()); }, [&] { return camera.mesh() != nullptr; }},
-        {"curve", [&] { spline.setSpline({{0, 0, 0}, {5, 0, 0}}, false); },
+        {"curve",
+         [&] {
+             spline.setSpline({{0, 0, 0}, {5, 0, 0}}, false);
+         },
          [&] { return std::abs(spline.spline()->length() - 5.0) < 1e-9; }},
-        {"creation", [&] { stage.addEmpty("made"); }, [&] { return stage.find("made") != nullptr; }},
+        {"creation", [&] { stage.addEmpty("made"); },
+         [&] { return stage.find("made") != nullptr; }},
         {"removal", [&] { stage.remove(spline); }, [&] { return stage.find("spline") == nullptr; }},
-        {"range", [&] { stage.setRange({1, 99}); }, [&] { return stage.range().end == 99; }},
+        {"range",
+         [&] {
+             stage.setRange({1, 99});
+         },
+         [&] { return stage.range().end == 99; }},
     };
     for (const Case& c : kCases) {
         SCOPED_TRACE(c.name);
@@ -233,6 +243,22 @@ TEST(StageNodes, SeveralChangesOfOneNodeAreOneStep)
     EXPECT_EQ(stage.find("b"), &a);
     EXPECT_EQ(stage.find("a"), &b);
     EXPECT_EQ(a.poseKeys().size(), 51U);
+}
+
+TEST(StageNodes, AfterTheListWasDroppedAnOpenBracketRecordsAnew)
+{
+    Stage stage;
+    StageNode& node = stage.addEmpty("node");
+    inBracket(stage, [&] {
+        node.setLocal(at(1, 0, 0), 1, true);
+        node.setVisible(false);
+        stage.undoStack().clear();
+        node.setLocal(at(2, 0, 0), 2, true);
+        node.setVisible(true);
+    });
+    EXPECT_TRUE(stage.hostUndo());
+    EXPECT_THAT(node.poseKeyTimes(), ElementsAre(1.0));
+    EXPECT_FALSE(node.state().visible);
 }
 
 TEST(StageNodes, RemovalMovesChildrenUpAndComesBackWhole)
@@ -293,7 +319,10 @@ TEST(StageNodes, ACopyHasItsOwnKeys)
 class Told final : public StageListener
 {
 public:
-    void timeChanged(double time) override { events.push_back("time " + std::to_string(int(time))); }
+    void timeChanged(double time) override
+    {
+        events.push_back("time " + std::to_string(int(time)));
+    }
     void sceneClosing() override { events.push_back("closing"); }
     void sceneOpened() override { events.push_back("opened"); }
     void beforeSave() override { events.push_back("before save"); }

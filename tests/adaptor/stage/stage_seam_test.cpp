@@ -268,7 +268,8 @@ TEST_F(StageSeam, ChildrenAreGivenOutAndTakenBack)
     body.release(nullptr);
 }
 
-/// A take as the core makes it: each node of the tool moves along x from the frame behind `from` on.
+/// A take as the core makes it: each node of the tool moves along x from the frame behind `from`
+/// on.
 void StageSeam::take(FakeTool& owner, double from, int frames, double x)
 {
     stage.beginUndo("Record");
@@ -348,8 +349,8 @@ TEST_F(StageSeam, ATickAllocatesNothing)
     const auto tick = [&](int frame) {
         const double time = frame * 0.04;
         stage.setTime(time);
-        for (core::CoreNode* node : {static_cast<core::CoreNode*>(&body),
-                                     static_cast<core::CoreNode*>(&wheel), &camera}) {
+        for (core::CoreNode* node :
+             {static_cast<core::CoreNode*>(&body), static_cast<core::CoreNode*>(&wheel), &camera}) {
             CSnapshot* const before = node->getSnapshot(time - 0.04);
             CSnapshot* const now = node->getSnapshot(time);
             Matrix4 pose;

@@ -110,9 +110,9 @@ TEST_F(StageTags, AParentWithNoNodesComesWithItsChildren)
     helper(trailer, "Body");
     reopen({&car, &trailer});
     stage.gatherTools();
-    EXPECT_THAT(created, ElementsAre("record of Group below '' at 0",
-                                     "record of Trailer below 'Group' at 0",
-                                     "record of Car below 'Group' at 1"));
+    EXPECT_THAT(created,
+                ElementsAre("record of Group below '' at 0", "record of Trailer below 'Group' at 0",
+                            "record of Car below 'Group' at 1"));
 }
 
 TEST_F(StageTags, NodesAreBoundByToolAndNameInsideIt)

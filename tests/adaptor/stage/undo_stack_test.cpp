@@ -16,7 +16,10 @@ class Spy final : public CUndo
 {
 public:
     Spy(Events& events, std::string name) : events_(events), name_(std::move(name)) {}
-    void restore(bool isUndo) override { events_.push_back((isUndo ? "undo " : "cancel ") + name_); }
+    void restore(bool isUndo) override
+    {
+        events_.push_back((isUndo ? "undo " : "cancel ") + name_);
+    }
     void redo() override { events_.push_back("redo " + name_); }
     void destroy() override
     {

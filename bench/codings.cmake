@@ -1,0 +1,15 @@
+# The codings of saved tools, against zlib's Huffman coder and the Base64 of libmodpbase64.
+find_package(ZLIB QUIET)
+find_path(MODPBASE64_INCLUDE modp_b64.h PATH_SUFFIXES modpbase64)
+find_library(MODPBASE64_LIBRARY modpbase64)
+
+rigstage_bench(bench_codings SOURCES codings_bench.cpp DEPENDS rigstage_util)
+if(ZLIB_FOUND)
+  target_link_libraries(bench_codings PRIVATE ZLIB::ZLIB)
+  target_compile_definitions(bench_codings PRIVATE RIGSTAGE_HAS_ZLIB)
+endif()
+if(MODPBASE64_INCLUDE AND MODPBASE64_LIBRARY)
+  target_include_directories(bench_codings SYSTEM PRIVATE ${MODPBASE64_INCLUDE})
+  target_link_libraries(bench_codings PRIVATE ${MODPBASE64_LIBRARY})
+  target_compile_definitions(bench_codings PRIVATE RIGSTAGE_HAS_MODPBASE64)
+endif()
