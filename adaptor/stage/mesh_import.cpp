@@ -3,11 +3,10 @@
 #include "adaptor/stage/pose_samples.h"
 #include "adaptor/stage/scene_writer.h"
 
+#include <algorithm>
 #include <assimp/Importer.hpp>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
-
-#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <map>
@@ -27,7 +26,10 @@ Matrix4 matrixOf(const aiMatrix4x4& from)
     return out;
 }
 
-Vector3d vectorOf(const aiVector3D& v) { return {double{v.x}, double{v.y}, double{v.z}}; }
+Vector3d vectorOf(const aiVector3D& v)
+{
+    return {double{v.x}, double{v.y}, double{v.z}};
+}
 
 bool isFinite(const Matrix4& m)
 {
@@ -38,8 +40,8 @@ bool isFinite(const Matrix4& m)
 template <class Key, class Mix>
 auto valueAt(const Key* keys, unsigned count, double time, const Mix& mix)
 {
-    const Key* const next = std::partition_point(keys, keys + count,
-                                                 [&](const Key& key) { return key.mTime < time; });
+    const Key* const next =
+        std::partition_point(keys, keys + count, [&](const Key& key) { return key.mTime < time; });
     if (next == keys)
         return keys[0].mValue;
     if (next == keys + count)
@@ -80,8 +82,8 @@ std::vector<double> timesOf(const aiNodeAnim& channel)
 PoseValues poseAt(const aiNodeAnim& channel, double ticks, PoseValues pose)
 {
     if (channel.mNumPositionKeys != 0)
-        pose.translation = vectorOf(
-            valueAt(channel.mPositionKeys, channel.mNumPositionKeys, ticks, mixVectors));
+        pose.translation =
+            vectorOf(valueAt(channel.mPositionKeys, channel.mNumPositionKeys, ticks, mixVectors));
     if (channel.mNumScalingKeys != 0)
         pose.scale =
             vectorOf(valueAt(channel.mScalingKeys, channel.mNumScalingKeys, ticks, mixVectors));

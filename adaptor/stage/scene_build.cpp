@@ -48,8 +48,7 @@ StageNode& addNode(Stage& stage, NodeData& from, StageNode* parent, const Meshes
     if (from.kind == NodeKind::Mesh)
         return stage.addMesh(from.name, mesh, from.local, parent);
     StageNode& node =
-        from.kind == NodeKind::Camera
-            ? stage.addCamera(from.name, from.fov, from.local, parent)
+        from.kind == NodeKind::Camera ? stage.addCamera(from.name, from.fov, from.local, parent)
         : from.kind == NodeKind::Spline
             ? stage.addSpline(from.name, std::move(from.points), from.closed, from.local, parent)
             : stage.addEmpty(from.name, from.local, parent);
@@ -73,8 +72,7 @@ void applyState(const NodeData& from, bool withTags, StageNode& node)
     node.setViewAngle(from.viewAngle);
     node.setTargetDistance(from.targetDistance, now, false);
     addPoseKeys(from.pose, node);
-    forEachKey(from.fovKeys,
-               [&](double time, double value) { node.setFov(value, time, true); });
+    forEachKey(from.fovKeys, [&](double time, double value) { node.setFov(value, time, true); });
     forEachKey(from.targetDistanceKeys,
                [&](double time, double value) { node.setTargetDistance(value, time, true); });
 }
