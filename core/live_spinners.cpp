@@ -48,38 +48,39 @@ double LiveSpinners::startOf(const Spinner& spinner, double time, bool replays)
 void LiveSpinners::begin(double time, configadaptor::Node* configuration, bool replays,
                          CInterface& runtime)
 {
+    turning_.clear();
     for (Spinner& spinner : spinners_) {
         spinner.item = configuration ? configuration->findNode(spinner.itemId) : nullptr;
-        if (!spinner.item || !spinner.input->control()) {
-            spinner.item = nullptr;
+        const bool turns = replays ? !spinner.values.empty() : spinner.input->control() != nullptr;
+        if (!spinner.item || (!turns && spinner.values.empty()))
+            continue;
+        runtime.pushUndo(new CVariableModUndo<AVar_Linear<double>>(&spinner.values));
+        if (!turns) {
+            spinner.values.cutFrom(time); // what an older take turned from here on is gone
             continue;
         }
-        runtime.pushUndo(new CVariableModUndo<AVar_Linear<double>>(&spinner.values));
         runtime.pushUndo(new SpinnerUndo(spinner.item));
         spinner.item->setValue(startOf(spinner, time, replays));
         spinner.values.cutFrom(time);
         spinner.values.set(time, spinner.item->value());
+        turning_.push_back(&spinner);
     }
 }
 
 void LiveSpinners::turn(double time)
 {
-    for (Spinner& spinner : spinners_) {
-        if (!spinner.item || !spinner.input->control())
-            continue;
-        spinner.item->setValue(spinner.item->value() + spinner.input->value());
-        spinner.item->refresh();
-        spinner.values.set(time, spinner.item->value());
+    for (Spinner* const spinner : turning_) {
+        spinner->item->setValue(spinner->item->value() + spinner->input->value());
+        spinner->item->refresh();
+        spinner->values.set(time, spinner->item->value());
     }
 }
 
 void LiveSpinners::end()
 {
-    for (Spinner& spinner : spinners_) {
-        if (spinner.item)
-            spinner.left = spinner.item->value();
-        spinner.item = nullptr;
-    }
+    for (Spinner* const spinner : turning_)
+        spinner->left = spinner->item->value();
+    turning_.clear();
 }
 
 void LiveSpinners::write(util::xml::Element& out) const

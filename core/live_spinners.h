@@ -45,6 +45,7 @@ private:
     static double startOf(const Spinner& spinner, double time, bool replays);
 
     std::vector<Spinner> spinners_;
+    std::vector<Spinner*> turning_; ///< in the present run
 };
 
 } // namespace tvw::rgs::core
