@@ -10,7 +10,7 @@ packages=(
   # the Python module
   python3 python3-dev pybind11-dev
   # tests
-  libgtest-dev libgmock-dev
+  libgtest-dev libgmock-dev libtinygltf-dev
   # benchmarks and their peers
   libbenchmark-dev libpugixml-dev libeigen3-dev zlib1g-dev libmodpbase64-dev
 )

@@ -54,6 +54,12 @@ bool hasEnding(const std::string& path, std::string_view ending)
 
 namespace {
 
+/// The living tool of a record's name; null: none.
+InstanceReference* toolOf(Session& session, const xml::Element& record)
+{
+    return session.tool(std::string(record.child("name").text()));
+}
+
 UnboundTools unboundToolsOf(Session& session)
 {
     UnboundTools out;
@@ -64,7 +70,7 @@ UnboundTools unboundToolsOf(Session& session)
         return out;
     out.record = tools.fragment();
     for (const xml::Element& tool : tools.children()) {
-        const InstanceReference* const entry = session.tool(tool.attributeValue("name"));
+        const InstanceReference* const entry = toolOf(session, tool);
         out.places.push_back(entry ? entry->indexInParent() : -1);
     }
     return out;
@@ -78,7 +84,7 @@ void makeUnboundTools(Session& session, const xml::Element& tools, const std::ve
     for (const xml::Element& tool : tools.children()) {
         const int place = i < places.size() ? places[i] : -1;
         ++i;
-        if (session.tool(tool.attributeValue("name")))
+        if (toolOf(session, tool))
             continue;
         InstanceReference* const made = session.core().createFromXml(tool);
         if (made && place >= 0)

@@ -153,8 +153,7 @@ void SceneReader::readTree()
         readNode(json, next.node, next.parent);
         const Json& children = listIn(json, "children");
         for (auto child = children.rbegin(); child != children.rend(); ++child)
-            open.push_back(
-                {indexOf(*child, "a node", list.size()), place, next.depth + 1});
+            open.push_back({indexOf(*child, "a node", list.size()), place, next.depth + 1});
     }
 }
 

@@ -3,6 +3,7 @@
 #include "adaptor/stage/scene_data.h"
 #include "util/base64.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tvw::rgs::stage {
@@ -60,6 +61,15 @@ Json pointsOf(const SplineCurve& spline)
             points.push_back(x);
     }
     return points;
+}
+
+/// What a tool has made to show its node. A node that it merely holds is the user's own.
+bool isToolShape(const StageNode& node)
+{
+    const std::vector<NodeHandle*>& handles = node.handles();
+    return std::any_of(handles.begin(), handles.end(), [](const NodeHandle* handle) {
+        return handle->isListed() && handle->owner() && handle->isOwned();
+    });
 }
 
 /// A property that JSON can't hold under its own key stands among ours, in Base64.
@@ -152,8 +162,7 @@ std::size_t SceneWriter::writeNode(const StageNode& node, std::size_t depth)
 
 void SceneWriter::writeShape(const StageNode& node, Json& out, Json& exact)
 {
-    const bool isToolShape = node.kind() == NodeKind::Helper && stage_.ownerOf(node);
-    if (!node.mesh() || (!tools_ && isToolShape))
+    if (!node.mesh() || (!tools_ && isToolShape(node)))
         return;
     const MeshWriter::Written mesh = meshes_.write(*node.mesh(), node.name());
     if (mesh.plain != kNone)
