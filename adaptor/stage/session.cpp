@@ -1,5 +1,6 @@
 #include "adaptor/stage/session.h"
 
+#include "adaptor/stage/scene_file.h"
 #include "core/adaptor.h"
 #include "core/core_implementation.h"
 #include "core/instance.h"
@@ -129,6 +130,12 @@ Status Session::open(const SessionOptions& options)
     };
     stage_.hooks.createTool = [this](const util::xml::Element& record, const std::string& parent,
                                      int childIndex) { makeFromTag(record, parent, childIndex); };
+    stage_.hooks.mergeFile = [this](const std::string& path) {
+        const auto nodes = importFile(stage_, path);
+        if (!nodes)
+            say({"Error", nodes.reason()});
+        return nodes ? *nodes : std::vector<StageNode*>();
+    };
     stage_.hooks.showError = [this](const std::string& text, const std::string& title) {
         say({title, text});
     };
