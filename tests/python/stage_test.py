@@ -3,6 +3,7 @@
 import logging
 import math
 import os
+import resource
 import tempfile
 import unittest
 
@@ -146,6 +147,25 @@ class Files(StageCase):
         with self.assertRaises(OSError):
             self.stage.save(self.path("no/such/folder.glb"))
         self.assertEqual(tool.name, "Sinusoid_01")
+
+    def test_a_disk_that_is_full_leaves_the_old_file(self):
+        self.stage.create("Sinusoid")
+        path = self.path("scene.glb")
+        self.stage.save(path)
+        with open(path, "rb") as file:
+            before = file.read()
+        self.stage.record(2.0)
+        limits = resource.getrlimit(resource.RLIMIT_FSIZE)
+        resource.setrlimit(resource.RLIMIT_FSIZE, (4096, limits[1]))
+        try:
+            with self.assertRaisesRegex(OSError, "scene.glb"):
+                self.stage.save(path)
+        finally:
+            resource.setrlimit(resource.RLIMIT_FSIZE, limits)
+        with open(path, "rb") as file:
+            self.assertEqual(file.read(), before)
+        self.assertEqual([name for name in os.listdir(self.folder.name) if "scene" in name], ["scene.glb"])
+        self.stage.save(path)
 
     def test_prm(self):
         self.stage.create("Sinusoid").set("Amplitude", 3.0)
