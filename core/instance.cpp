@@ -66,9 +66,7 @@ void Instance::chooseIcon()
 
 void Instance::setName(const std::string& wanted)
 {
-    name_ = uniqueName(wanted, [this](const std::string& candidate) {
-        return isNameTaken(candidate, this);
-    });
+    name_ = uniqueName(wanted, this);
     setDeviceName(name_);
     MessageNode::setName(name_);
     tool_->setName(name_);

@@ -29,6 +29,10 @@ public:
     void turn(double time);
     void end();
 
+    /// The values of the take, as `spinner` children; nothing where no spinner was turned.
+    void write(util::xml::Element& out) const;
+    void read(const util::xml::Element& element);
+
 private:
     struct Spinner
     {
@@ -41,6 +45,7 @@ private:
     static double startOf(const Spinner& spinner, double time, bool replays);
 
     std::vector<Spinner> spinners_;
+    std::vector<Spinner*> turning_; ///< in the present run
 };
 
 } // namespace tvw::rgs::core

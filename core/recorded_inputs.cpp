@@ -15,6 +15,13 @@ bool hasRecordAt(const AVar_Linear<double>& line, double time)
     return nearest >= 0 && line.records()[static_cast<std::size_t>(nearest)].time == time;
 }
 
+bool isConstant(const AVar_Linear<double>& line, double value)
+{
+    const auto records = line.records();
+    return std::all_of(records.begin(), records.end(),
+                       [value](const auto& record) { return record.value == value; });
+}
+
 } // namespace
 
 void RecordedInputs::growTo(int count)
@@ -27,9 +34,9 @@ void RecordedInputs::growTo(int count)
 
 void RecordedInputs::startRecording(double time, PropertyHandler& inputs, CInterface& runtime)
 {
-    growTo(inputs.count());
     runtime.pushUndo(new CVariableModUndo<Lines>(&lines_));
     runtime.pushUndo(new CVariableModUndo<Lines>(&starts_));
+    growTo(inputs.count());
     for (auto& line : lines_) // a file may hold more of either than the tool has inputs
         line.cutBehind(time);
     for (auto& start : starts_)
@@ -65,17 +72,18 @@ void RecordedInputs::startReplay(double time, PropertyHandler& inputs)
         waiting_[static_cast<std::size_t>(i)]->hold(input->control());
         input->bind(temporary_[static_cast<std::size_t>(i)].get());
     }
-    replay(time);
-    for (std::size_t i = 0; i < std::min(temporary_.size(), starts_.size()); ++i) {
-        if (hasRecordAt(starts_[i], time))
-            temporary_[i]->current = starts_[i].get(time);
+    moving_.clear();
+    for (std::size_t i = 0; i < temporary_.size(); ++i) {
+        const double atStart = hasRecordAt(starts_[i], time) ? starts_[i].get(time) : lines_[i].get(time);
+        temporary_[i]->previous = temporary_[i]->current = atStart;
+        if (!isConstant(lines_[i], atStart))
+            moving_.push_back(i);
     }
 }
 
 void RecordedInputs::replay(double time)
 {
-    const std::size_t count = std::min(temporary_.size(), lines_.size());
-    for (std::size_t i = 0; i < count; ++i)
+    for (const std::size_t i : moving_)
         temporary_[i]->read(lines_[i].get(time));
 }
 

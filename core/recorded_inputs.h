@@ -64,6 +64,7 @@ private:
     Lines starts_;
     std::vector<std::unique_ptr<unidevice::Control>> temporary_;
     std::vector<std::unique_ptr<Waiting>> waiting_; ///< one for each of ours
+    std::vector<std::size_t> moving_; ///< of the present replay: lines that are not one value throughout
 };
 
 } // namespace tvw::rgs::core

@@ -1,12 +1,15 @@
 #include "core/unique_name.h"
 
 #include "core/instance.h"
+#include "core/library.h"
 #include "core/library_manager.h"
 #include "core/tool.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <string_view>
+#include <unordered_set>
 
 namespace tvw::rgs::core {
 
@@ -50,16 +53,19 @@ std::string uniqueName(const std::string& wanted, const std::function<bool(const
     return candidate;
 }
 
-bool isNameTaken(const std::string& name, const Instance* except)
+std::string uniqueName(const std::string& wanted, const Instance* except)
 {
+    std::unordered_set<std::string_view> taken;
     const LibraryManager& libraries = LibraryManager::instance();
-    for (int i = 0; i < libraries.toolCount(); ++i) {
-        for (const Instance* const other : libraries.toolAt(i)->instances()) {
-            if (other != except && other->isAlive() && other->name() == name)
-                return true;
+    for (const Library* const library : libraries.libraries()) {
+        for (const Tool* const tool : library->tools()) {
+            for (const Instance* const other : tool->instances()) {
+                if (other != except && other->isAlive())
+                    taken.insert(other->name());
+            }
         }
     }
-    return false;
+    return uniqueName(wanted, [&](const std::string& name) { return taken.contains(name); });
 }
 
 } // namespace tvw::rgs::core

@@ -8,11 +8,12 @@ namespace tvw::rgs::core {
 
 class Instance;
 
-/// The wanted name while it is free, else with the next number that is: the last run of digits is
-/// counted up in its width ("Car_09", "Car_10"), and a name without one gets "_01".
-std::string uniqueName(const std::string& wanted, const std::function<bool(const std::string&)>& isTaken);
+/// The wanted name while no living tool other than `except` bears it, else with the next number that is
+/// free: the last run of digits is counted up in its width ("Car_09", "Car_10"), and a name without one
+/// gets "_01".
+std::string uniqueName(const std::string& wanted, const Instance* except);
 
-/// Whether a living tool other than `except` bears the name.
-bool isNameTaken(const std::string& name, const Instance* except);
+/// The same against any set of names.
+std::string uniqueName(const std::string& wanted, const std::function<bool(const std::string&)>& isTaken);
 
 } // namespace tvw::rgs::core

@@ -1,6 +1,8 @@
 #include "plugins/tool_table.h"
 
+#include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamPlugin.h"
 #include "plugins/release/sinusoid/sinusoid_CSinusoidPlugin.h"
+#include "plugins/release/steadycam/steadycam_CSteadyCamPlugin.h"
 
 namespace tvw::rgs {
 
@@ -13,6 +15,8 @@ CCameraPlugin* make()
 }
 
 constexpr MakePlugin kTools[] = {
+    &make<addon::CMotionFilterCamPlugin>,
+    &make<addon::CSteadyCamPlugin>,
     &make<addon::CSinusoidPlugin>,
 };
 

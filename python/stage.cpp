@@ -23,7 +23,9 @@ void requireFile(const Status& status)
 {
     if (status)
         return;
-    if (errno == ENOENT || errno == EACCES || errno == EISDIR || errno == ENOSPC || errno == ENOTDIR) {
+    constexpr int kRefusals[] = {ENOENT, EACCES, EPERM, EISDIR, ENOTDIR, ENOSPC, EDQUOT,
+                                 EFBIG,  EROFS,  EIO,   ELOOP,  EMFILE,  ENAMETOOLONG};
+    if (std::find(std::begin(kRefusals), std::end(kRefusals), errno) != std::end(kRefusals)) {
         PyErr_SetString(PyExc_OSError, status.reason().c_str());
         throw py::error_already_set();
     }

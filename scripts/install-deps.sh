@@ -6,9 +6,11 @@ packages=(
   # compiler and build
   g++ cmake ninja-build ccache pkg-config git ca-certificates
   # libraries
-  nlohmann-json3-dev qtbase5-dev
+  qtbase5-dev nlohmann-json3-dev libassimp-dev libbullet-dev
+  # the Python module
+  python3 python3-dev pybind11-dev
   # tests
-  libgtest-dev libgmock-dev
+  libgtest-dev libgmock-dev libtinygltf-dev
   # benchmarks and their peers
   libbenchmark-dev libpugixml-dev libeigen3-dev zlib1g-dev libmodpbase64-dev
 )

@@ -1,5 +1,6 @@
 #include "adaptor/stage/session.h"
 
+#include "adaptor/stage/scene_file.h"
 #include "core/adaptor.h"
 #include "core/core_implementation.h"
 #include "core/instance.h"
@@ -55,8 +56,8 @@ public:
     /// Whether the frame behind this time lies past the end.
     bool isOver(double time) const
     {
-        const double step = adaptorStep();
-        return time + step / 2 > start_ + take_.seconds;
+        constexpr double kSlack = 0.00001; // [s], as a second pass has it at its end
+        return time + adaptorStep() > start_ + take_.seconds + kSlack;
     }
     double last() const { return last_; }
 
@@ -129,6 +130,12 @@ Status Session::open(const SessionOptions& options)
     };
     stage_.hooks.createTool = [this](const util::xml::Element& record, const std::string& parent,
                                      int childIndex) { makeFromTag(record, parent, childIndex); };
+    stage_.hooks.mergeFile = [this](const std::string& path) {
+        const auto nodes = importFile(stage_, path);
+        if (!nodes)
+            say({"Error", nodes.reason()});
+        return nodes ? *nodes : std::vector<StageNode*>();
+    };
     stage_.hooks.showError = [this](const std::string& text, const std::string& title) {
         say({title, text});
     };

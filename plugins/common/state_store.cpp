@@ -63,25 +63,25 @@ void StateStore::pushUndo(CInterface& runtime)
 
 void StateStore::record(double t)
 {
-    for (const auto& entry : entries_)
+    for (StateEntry* const entry : animated_)
         entry->record(t);
 }
 
 void StateStore::restore(double t)
 {
-    for (const auto& entry : entries_)
+    for (StateEntry* const entry : animated_)
         entry->restore(t);
 }
 
 void StateStore::reset()
 {
-    for (const auto& entry : entries_)
+    for (StateEntry* const entry : animated_)
         entry->reset();
 }
 
 void StateStore::cutBehind(double t)
 {
-    for (const auto& entry : entries_)
+    for (StateEntry* const entry : animated_)
         entry->cutBehind(t);
 }
 

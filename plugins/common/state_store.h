@@ -33,6 +33,7 @@ public:
     StateEntry& operator=(const StateEntry&) = delete;
 
     virtual void pushUndo(CInterface& runtime) = 0;
+    virtual bool isAnimated() const { return false; } ///< the four below do something
     virtual void record(double) {}          ///< the variable's value goes onto its time line
     virtual void restore(double) {}         ///< the time line's value at that time goes back
     virtual void reset() {}                 ///< back to the value at registration
@@ -124,6 +125,7 @@ public:
     Curve& curve() { return curve_; }
 
     void pushUndo(CInterface& runtime) override { runtime.pushUndo(new CVariableModUndo<Curve>(&curve_)); }
+    bool isAnimated() const override { return true; }
     void record(double t) override { curve_.set(t, variable_); }
     void restore(double t) override { variable_ = curve_.get(t); }
     void reset() override { variable_ = initial_; }
@@ -231,11 +233,14 @@ public:
     {
         auto entry = std::make_unique<Entry>(std::forward<Args>(args)...);
         Entry& reference = *entry;
+        if (entry->isAnimated())
+            animated_.push_back(entry.get());
         entries_.push_back(std::move(entry));
         return reference;
     }
 
     void pushUndo(CInterface& runtime) override;
+    bool isAnimated() const override { return true; }
     void record(double t) override;
     void restore(double t) override;
     void reset() override;
@@ -257,6 +262,7 @@ private:
 
     int version_;
     std::vector<std::unique_ptr<StateEntry>> entries_;
+    std::vector<StateEntry*> animated_; ///< of these: a tick looks at no others
 };
 
 } // namespace tvw::rgs
