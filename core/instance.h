@@ -58,6 +58,7 @@ public:
 
     const RecordedInputs& recordedInputs() const { return recorded_; }
     RecordedInputs& recordedInputs() { return recorded_; }
+    LiveSpinners& liveSpinners() { return liveSpinners_; }
 
     // Life in the tree.
 

@@ -1,6 +1,11 @@
 #include "core/live_spinners.h"
 
 #include "core/contract/interface.h"
+#include "util/base64.h"
+#include "util/xml/element.h"
+
+#include <cstring>
+#include <string>
 
 namespace tvw::rgs::core {
 
@@ -74,6 +79,37 @@ void LiveSpinners::end()
         if (spinner.item)
             spinner.left = spinner.item->value();
         spinner.item = nullptr;
+    }
+}
+
+void LiveSpinners::write(util::xml::Element& out) const
+{
+    for (const Spinner& spinner : spinners_) {
+        if (spinner.values.empty())
+            continue;
+        std::string block(spinner.values.binarySize(), '\0');
+        spinner.values.store(block.data(), block.size());
+        util::xml::Element element = util::xml::TagWithData("spinner", base64Encode(block));
+        element.setAttribute("id", std::to_string(spinner.itemId));
+        element.setAttribute("left", base64Encode(&spinner.left, sizeof(double)));
+        out.addChild(element);
+    }
+}
+
+void LiveSpinners::read(const util::xml::Element& element)
+{
+    for (const util::xml::Element& child : element.children()) {
+        const auto id = util::xml::integer(child.attributeValue("id"));
+        const std::string left = base64Decode(child.attributeValue("left"));
+        if (child.name() != "spinner" || !id || left.size() != sizeof(double))
+            continue;
+        for (Spinner& spinner : spinners_) {
+            if (spinner.itemId != static_cast<std::uint32_t>(*id))
+                continue;
+            const std::string block = base64Decode(child.text());
+            spinner.values.load(block.data(), block.size());
+            std::memcpy(&spinner.left, left.data(), sizeof(double));
+        }
     }
 }
 

@@ -29,6 +29,10 @@ public:
     void turn(double time);
     void end();
 
+    /// The values of the take, as `spinner` children; nothing where no spinner was turned.
+    void write(util::xml::Element& out) const;
+    void read(const util::xml::Element& element);
+
 private:
     struct Spinner
     {

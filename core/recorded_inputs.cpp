@@ -27,9 +27,9 @@ void RecordedInputs::growTo(int count)
 
 void RecordedInputs::startRecording(double time, PropertyHandler& inputs, CInterface& runtime)
 {
-    growTo(inputs.count());
     runtime.pushUndo(new CVariableModUndo<Lines>(&lines_));
     runtime.pushUndo(new CVariableModUndo<Lines>(&starts_));
+    growTo(inputs.count());
     for (std::size_t i = 0; i < lines_.size(); ++i) {
         lines_[i].cutBehind(time);
         starts_[i].cutFrom(time);
@@ -57,10 +57,14 @@ void RecordedInputs::startReplay(double time, PropertyHandler& inputs)
         auto control = std::make_unique<Control>(nullptr, unidevice::kind::any, 0.0);
         control->description = "Temporary control";
         control->index = static_cast<std::int32_t>(temporary_.size());
-        bound_.push_back(control.get());
+        waiting_.push_back(std::make_unique<Waiting>());
         temporary_.push_back(std::move(control));
     }
-    swapControls(inputs);
+    for (int i = 0; i < inputs.count(); ++i) {
+        unidevice::Property* const input = inputs.propertyAt(i);
+        waiting_[static_cast<std::size_t>(i)]->hold(input->control());
+        input->bind(temporary_[static_cast<std::size_t>(i)].get());
+    }
     replay(time);
     for (std::size_t i = 0; i < std::min(temporary_.size(), starts_.size()); ++i) {
         if (hasRecordAt(starts_[i], time))
@@ -75,17 +79,27 @@ void RecordedInputs::replay(double time)
         temporary_[i]->read(lines_[i].get(time));
 }
 
-void RecordedInputs::endReplay(PropertyHandler& inputs) { swapControls(inputs); }
-
-void RecordedInputs::swapControls(PropertyHandler& inputs)
+void RecordedInputs::endReplay(PropertyHandler& inputs)
 {
-    for (int i = 0; i < inputs.count(); ++i) {
-        unidevice::Property* const input = inputs.propertyAt(i);
-        Control* const before = input->control();
-        input->bind(bound_[static_cast<std::size_t>(i)]);
-        bound_[static_cast<std::size_t>(i)] = before;
+    const int count = std::min(inputs.count(), static_cast<int>(waiting_.size()));
+    for (int i = 0; i < count; ++i) {
+        Waiting& waiting = *waiting_[static_cast<std::size_t>(i)];
+        inputs.propertyAt(i)->bind(waiting.control());
+        waiting.hold(nullptr);
     }
+    inputs.retryPending(); // a device that left meanwhile may be back
 }
+
+void RecordedInputs::Waiting::hold(Control* control)
+{
+    if (control_)
+        control_->removeTarget(this);
+    control_ = control;
+    if (control_)
+        control_->addTarget(this);
+}
+
+void RecordedInputs::Waiting::controlDeleted(Control*) { control_ = nullptr; }
 
 bool RecordedInputs::extent(double& first, double& last) const
 {

@@ -42,13 +42,28 @@ public:
     bool extent(double& first, double& last) const;
 
 private:
+    /// A real control that waits for the end of the replay; null once its device has gone.
+    class Waiting final : public unidevice::ControlTarget
+    {
+    public:
+        Waiting() = default;
+        ~Waiting() { hold(nullptr); }
+        Waiting(const Waiting&) = delete;
+        Waiting& operator=(const Waiting&) = delete;
+        void hold(unidevice::Control* control);
+        unidevice::Control* control() const { return control_; }
+        void controlDeleted(unidevice::Control* control) override;
+
+    private:
+        unidevice::Control* control_ = nullptr;
+    };
+
     void growTo(int count);
-    void swapControls(unidevice::PropertyHandler& inputs);
 
     Lines lines_;
     Lines starts_;
     std::vector<std::unique_ptr<unidevice::Control>> temporary_;
-    std::vector<unidevice::Control*> bound_; ///< while replaying the real controls, else ours
+    std::vector<std::unique_ptr<Waiting>> waiting_; ///< one for each of ours
 };
 
 } // namespace tvw::rgs::core

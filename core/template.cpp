@@ -236,6 +236,7 @@ InstanceReference* Template::build(std::vector<Made>& made)
         return giveUp(reference, false);
     applyProfiles(*instance, record_);
     loadRecordedInputs(record_.child("recordedinputvalues"), instance->recordedInputs());
+    instance->liveSpinners().read(record_.child("recordedinputvalues"));
 
     const bool isNew = record_.child("savedata").isEmpty();
     if (isNew ? tool.createNodes() != 0 : !loadState(*instance, record_))

@@ -89,7 +89,7 @@ Element nodeInfo(Instance& instance)
     return info;
 }
 
-Element recordedInputs(const Instance& instance)
+Element recordedInputs(Instance& instance)
 {
     Element recorded = Tag("recordedinputvalues");
     const auto add = [&](const char* name, const RecordedInputs::Lines& lines) {
@@ -101,12 +101,13 @@ Element recordedInputs(const Instance& instance)
     };
     add("input", instance.recordedInputs().lines());
     add("start", instance.recordedInputs().starts());
+    instance.liveSpinners().write(recorded);
     return recorded;
 }
 
-void addState(Instance& instance, Element& record)
+void addState(Instance& instance, bool saved, Element& record)
 {
-    if (instance.tool()->save() == 0 && !instance.saveData().empty()) {
+    if (saved && !instance.saveData().empty()) {
         const auto& bytes = instance.saveData();
         record.addChild(TagWithData("savedata", base64(bytes.data(), bytes.size())));
     }
@@ -138,6 +139,8 @@ void writeRecord(InstanceReference& reference, std::uint32_t flags, Element& out
     out = Tag(isRoot ? "RGT" : "RGT_Plugin");
     if (!isRoot) {
         Instance& instance = reference.instance();
+        // First, since a save also settles what the items show.
+        const bool saved = flags & recordflag::state && instance.tool()->save() == 0;
         out.setAttribute("version", "2.5");
         out.addChild(TagWithData("type", instance.type()->name()));
         out.addChild(TagWithData("name", instance.name()));
@@ -152,7 +155,7 @@ void writeRecord(InstanceReference& reference, std::uint32_t flags, Element& out
         out.addChild(part);
         out.addChild(nodeInfo(instance));
         if (flags & recordflag::state)
-            addState(instance, out);
+            addState(instance, saved, out);
     }
     if (!(flags & recordflag::noChildren)) {
         for (InstanceReference* const child : reference.childReferences()) {

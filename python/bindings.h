@@ -26,9 +26,9 @@ using Matrix = std::array<double, 16>;
 using Point = std::array<double, 3>;
 
 Matrix4 toMatrix4(const Matrix& matrix); ///< ValueError for what is no number
-Matrix fromMatrix4(const Matrix4& matrix);
+py::tuple fromMatrix4(const Matrix4& matrix);
 Vector3d toVector(const Point& point); ///< ValueError for what is no number
-Point fromVector(const Vector3d& vector);
+py::tuple fromVector(const Vector3d& vector);
 
 [[noreturn]] void raiseKeyError(const std::string& text);
 [[noreturn]] void raiseValueError(const std::string& text);

@@ -32,10 +32,11 @@ Matrix4 toMatrix4(const Matrix& matrix)
     return out;
 }
 
-Matrix fromMatrix4(const Matrix4& matrix)
+py::tuple fromMatrix4(const Matrix4& matrix)
 {
-    Matrix out;
-    std::copy(std::begin(matrix.m), std::end(matrix.m), out.begin());
+    py::tuple out(std::size(matrix.m));
+    for (std::size_t i = 0; i < std::size(matrix.m); ++i)
+        out[i] = matrix.m[i];
     return out;
 }
 
@@ -45,7 +46,7 @@ Vector3d toVector(const Point& point)
     return {point[0], point[1], point[2]};
 }
 
-Point fromVector(const Vector3d& vector) { return {vector.x, vector.y, vector.z}; }
+py::tuple fromVector(const Vector3d& vector) { return py::make_tuple(vector.x, vector.y, vector.z); }
 
 stage::Session& sessionOf(const ScenePtr& scene)
 {

@@ -73,7 +73,7 @@ void setLens(bool done)
         raiseValueError("the lens does not take this value");
 }
 
-std::optional<std::pair<double, Point>> rayCast(const PyNode& node, const Point& origin,
+std::optional<std::pair<double, py::tuple>> rayCast(const PyNode& node, const Point& origin,
                                                 const Point& direction)
 {
     const auto& mesh = node.get().mesh();

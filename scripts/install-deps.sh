@@ -6,7 +6,9 @@ packages=(
   # compiler and build
   g++ cmake ninja-build ccache pkg-config git ca-certificates
   # libraries
-  nlohmann-json3-dev qtbase5-dev
+  qtbase5-dev nlohmann-json3-dev libassimp-dev libbullet-dev
+  # the Python module
+  python3 python3-dev pybind11-dev
   # tests
   libgtest-dev libgmock-dev
   # benchmarks and their peers

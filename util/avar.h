@@ -23,6 +23,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -89,7 +90,7 @@ public:
     virtual std::size_t store(void* buffer, std::size_t maxSize) const;
     /// Reads a block that `store` wrote; size: bytes at buffer, what lies behind the block is left
     /// alone. False, and the variable stays as it was, if it is no such block: an unknown header or
-    /// version, a count that does not fit the sizes, times that do not rise.
+    /// version, a count that does not fit the sizes, times that do not rise or are no scene's.
     virtual bool load(const void* buffer, std::size_t size);
     virtual ~AVar() = default;
 
@@ -146,6 +147,7 @@ private:
     static constexpr std::size_t kRecordBytes = sizeof(double) + sizeof(T);
     static constexpr std::uint32_t kHeaderBytes = 16;
     static constexpr std::uint32_t kVersion = 100;
+    static constexpr double kFarthest = 1e15; ///< [s] of a record in a block: no scene is as long
 
     [[gnu::noinline]] T& setWithin(double t, const T& value);
     /// Index of the last record at or before t. There must be a record at or before t.
@@ -330,8 +332,8 @@ bool AVar<T>::load(const void* buffer, std::size_t size)
     for (std::uint32_t i = 0; i < count; ++i) {
         const auto time = detail::loadField<double>(at);
         const T value = detail::loadField<T>(at);
-        const bool rises = loaded.empty() ? time == time : time > loaded.back().time;
-        if (!rises) {
+        const bool rises = loaded.empty() || time > loaded.back().time;
+        if (!rises || !(std::abs(time) <= kFarthest)) {
             return false;
         }
         loaded.append({time, value});

@@ -6,17 +6,6 @@
 
 namespace tvw {
 
-CMesh& CMesh::operator=(const CMesh& other)
-{
-    if (this != &other) {
-        vertex = other.vertex;
-        texcoord = other.texcoord;
-        face = other.face;
-        tface = other.tface;
-    }
-    return *this;
-}
-
 bool CMesh::isSound() const noexcept
 {
     return face.size() % 3 == 0 && std::all_of(face.begin(), face.end(), [this](std::int32_t i) {

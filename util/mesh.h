@@ -57,6 +57,18 @@ public:
     void read(const util::xml::Element& element);
 };
 
+// Inline, so that a tool file needs nothing of ours to hold a mesh.
+inline CMesh& CMesh::operator=(const CMesh& other)
+{
+    if (this != &other) {
+        vertex = other.vertex;
+        texcoord = other.texcoord;
+        face = other.face;
+        tface = other.tface;
+    }
+    return *this;
+}
+
 [[nodiscard]] bool operator==(const CMesh& a, const CMesh& b) noexcept;
 
 /// The mesh with M applied to each vertex (transformPoint); all else is equal.

@@ -57,8 +57,8 @@ public:
     /// Whether the frame behind this time lies past the end.
     bool isOver(double time) const
     {
-        const double step = adaptorStep();
-        return time + step / 2 > start_ + take_.seconds;
+        constexpr double kSlack = 0.00001; // [s], as a second pass has it at its end
+        return time + adaptorStep() > start_ + take_.seconds + kSlack;
     }
     double last() const { return last_; }
 

@@ -79,14 +79,23 @@ void Node::findUndoData(Element& out)
 
 double Node::valueOf(std::uint32_t id)
 {
-    Node* const node = findNode(id);
-    return node ? node->value() : 0.0;
+    if (Node* const node = findNode(id))
+        return node->value();
+    for (Node* const child : children()) {
+        if (const double value = child->valueOf(id); value != 0.0)
+            return value; // an item that holds several values knows their numbers itself
+    }
+    return 0.0;
 }
 
 void Node::setValueOf(std::uint32_t id, double value)
 {
-    if (Node* const node = findNode(id))
+    if (Node* const node = findNode(id)) {
         node->setValue(value);
+        return;
+    }
+    for (Node* const child : children())
+        child->setValueOf(id, value);
 }
 
 Node* Node::findNode(std::uint32_t id)

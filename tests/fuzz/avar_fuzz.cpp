@@ -1,6 +1,7 @@
 #include "tests/fuzz/check.h"
 #include "util/avar.h"
 
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <vector>
@@ -22,6 +23,13 @@ void tryBlock(const std::uint8_t* data, std::size_t size, bool sameBytes)
     RIGSTAGE_FUZZ_CHECK(bytes.size() <= size);
     RIGSTAGE_FUZZ_CHECK(variable.store(bytes.data(), bytes.size()) == bytes.size());
     RIGSTAGE_FUZZ_CHECK(!sameBytes || std::memcmp(bytes.data(), data, bytes.size()) == 0);
+    RIGSTAGE_FUZZ_CHECK(!Variable().load(bytes.data(), bytes.size() - 1));
+    const auto records = variable.records();
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        RIGSTAGE_FUZZ_CHECK(!std::isnan(records[i].time));
+        RIGSTAGE_FUZZ_CHECK(i == 0 || records[i - 1].time < records[i].time);
+        RIGSTAGE_FUZZ_CHECK(variable.find(records[i].time) == static_cast<int>(i));
+    }
     for (const double time : {-1e300, 0.0, 0.5, 1.0, 1e300}) {
         (void)variable.get(time);
         RIGSTAGE_FUZZ_CHECK(variable.find(time) < static_cast<int>(variable.size()));
@@ -39,5 +47,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     tryBlock<tvw::AVar_Linear<bool>>(data, size, false);
     tryBlock<tvw::AVar_Linear<tvw::Vector3d>>(data, size, true);
     tryBlock<tvw::AVar_Nearest<tvw::Quatd>>(data, size, true);
+    tryBlock<tvw::AVar_Nearest<tvw::QTransformd>>(data, size, true);
     return 0;
 }

@@ -21,6 +21,8 @@
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+/// Of the sanitizers' runtime; null in a build without them.
+extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
 
 namespace {
 
@@ -32,7 +34,7 @@ constexpr std::size_t kMaxInput = 1 << 16;
 const Bytes* current = nullptr;
 char crashFile[64];
 
-extern "C" void keepInput(int signal)
+extern "C" void keepInput()
 {
     const int fd = ::open(crashFile, O_WRONLY | O_CREAT | O_TRUNC, 0644);
     const char message[] = "The input that failed is in ";
@@ -41,8 +43,27 @@ extern "C" void keepInput(int signal)
         ::write(2, crashFile, std::strlen(crashFile)) < 0 || ::write(2, "\n", 1) < 0) {
         ::_exit(2);
     }
+}
+
+extern "C" void keepInputAndEnd(int signal)
+{
+    keepInput();
     std::signal(signal, SIG_DFL);
     std::raise(signal);
+}
+
+/// The sanitizers report a fault and exit; they also know more to say of a bad access than its
+/// signal does.
+void keepInputOfCrashes()
+{
+    std::signal(SIGABRT, keepInputAndEnd);
+    if (__sanitizer_set_death_callback != nullptr) {
+        __sanitizer_set_death_callback(keepInput);
+        return;
+    }
+    for (const int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL}) {
+        std::signal(signal, keepInputAndEnd);
+    }
 }
 
 void run(const Bytes& input)
@@ -170,9 +191,7 @@ int main(int argc, char** argv)
         return 2;
     }
     std::snprintf(crashFile, sizeof crashFile, "crash-%d", static_cast<int>(::getpid()));
-    for (const int signal : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL}) {
-        std::signal(signal, keepInput);
-    }
+    keepInputOfCrashes();
     for (const Bytes& input : corpus) {
         run(input);
     }

@@ -1,5 +1,6 @@
 #include "core/configadaptor/elements.h"
 #include "core/configadaptor/profile_conversion.h"
+#include "core/configadaptor/template_config.h"
 
 #include <gtest/gtest.h>
 
@@ -226,6 +227,13 @@ TEST_F(Items, ValuesAreReachedByNumber)
     EXPECT_EQ(root.valueOf(5), 2.0);
     EXPECT_EQ(root.valueOf(99), 0.0);
     EXPECT_EQ(root.findNode(kNoId), nullptr) << "groups have no number";
+
+    const Element config =
+        parsed(R"(<config><list><spinner id="40" defaultvalue="2"/></list></config>)");
+    root.addChild(makeTemplateConfig(config, ""));
+    EXPECT_EQ(root.valueOf(40), 2.0);
+    root.setValueOf(40, 3.0);
+    EXPECT_EQ(root.valueOf(40), 3.0);
 }
 
 TEST_F(Items, TheLayoutHasAComponentForEachItem)

@@ -9,7 +9,7 @@ namespace {
 
 using namespace tvw::rgs;
 
-std::string log;
+std::string notes;
 
 class NotingTool final : public CCamera
 {
@@ -30,7 +30,7 @@ public:
 private:
     int note(const char* name)
     {
-        log.append(name).append(" ");
+        notes.append(name).append(" ");
         return 0;
     }
 };
@@ -56,7 +56,7 @@ tvw::rgs::CCameraPlugin* getPlugin(std::int32_t index)
     return index == 0 ? new NotingPlugin : nullptr;
 }
 
-const char* noted() { return log.c_str(); }
+const char* noted() { return notes.c_str(); }
 
 /// Calls every operation of the interface once, in the contract's order.
 void callAll(CInterface* runtime)
