@@ -91,8 +91,8 @@ void addNew(CLI::App& program)
 {
     auto* const command = program.add_subcommand("new", "Make an empty scene");
     const auto make = std::make_shared<Make>();
-    command->add_option("--fps", make->framesPerSecond, "Frames per second", true);
-    command->add_option("--end", make->end, "End of the range in seconds", true);
+    command->add_option("--fps", make->framesPerSecond, "Frames per second")->capture_default_str();
+    command->add_option("--end", make->end, "End of the range in seconds")->capture_default_str();
     addOutput(*command, make->output);
     command->callback([make] { makeScene(*make); });
 }
@@ -117,10 +117,14 @@ void addExport(CLI::App& program)
     const auto make = std::make_shared<Make>();
     addFile(*command, make->file);
     addOutput(*command, make->output, "The file to write (.glb)");
-    command->add_option("--tolerance", make->tolerances.positionTolerance,
-                        "Leave out keys within this many metres of the curve", true);
-    command->add_option("--angle-tolerance", make->tolerances.angleTolerance,
-                        "... and within this many degrees", true);
+    command
+        ->add_option("--tolerance", make->tolerances.positionTolerance,
+                     "Leave out keys within this many metres of the curve")
+        ->capture_default_str();
+    command
+        ->add_option("--angle-tolerance", make->tolerances.angleTolerance,
+                     "... and within this many degrees")
+        ->capture_default_str();
     command->callback([make] { exportFile(*make); });
 }
 

@@ -293,7 +293,8 @@ void addSweep(CLI::App& program)
         ->allow_extra_args(false)
         ->required();
     addOutput(*command, sweep->folder, "The folder for the scenes, one for each combination");
-    command->add_option("--jobs", sweep->jobs, "How many run at once", true)
+    command->add_option("--jobs", sweep->jobs, "How many run at once")
+        ->capture_default_str()
         ->check(CLI::Range(1, 1024));
     addJson(*command, sweep->json);
     command->callback([sweep] { run(*sweep); });
