@@ -60,6 +60,41 @@ bool writeAll(int file, std::string_view bytes)
 
 } // namespace
 
+// The disk.
+
+void DiskSync::begin(int file)
+{
+    ended_ = false;
+    thread_ = std::thread([this, file] { work(file); });
+}
+
+void DiskSync::ask() noexcept
+{
+    requests_.fetch_add(1);
+    requests_.notify_one();
+}
+
+void DiskSync::end()
+{
+    if (!thread_.joinable())
+        return;
+    ended_ = true;
+    ask();
+    thread_.join();
+}
+
+void DiskSync::work(int file) noexcept
+{
+    for (unsigned done = 0; !ended_;) {
+        requests_.wait(done);
+        done = requests_;
+        if (!ended_)
+            ::fdatasync(file);
+    }
+}
+
+// The journal.
+
 Journal::Journal(Session& session, std::function<void(std::string)> say)
     : session_(session), say_(std::move(say))
 {
@@ -121,6 +156,7 @@ void Journal::runStarted(double start, const std::vector<core::Instance*>& runni
         return;
     capacity_ = std::max(kLeastBuffer, format::kBlockHead + 16 * frameBytes_);
     buffer_.reserve(capacity_);
+    sync_.begin(file_);
     beginBlock(format::kFramesBlock);
     append(start, true);
     flush();
@@ -197,6 +233,7 @@ void Journal::flush()
     std::memcpy(buffer_.data() + 8, &sum, sizeof(sum));
     if (!writeAll(file_, buffer_))
         return fail(systemReason(path_));
+    sync_.ask();
     beginBlock(format::kFramesBlock);
 }
 
@@ -217,6 +254,7 @@ void Journal::remove()
 {
     writes_ = false;
     running_.clear();
+    sync_.end();
     if (path_.empty())
         return;
     ::unlink(path_.c_str());

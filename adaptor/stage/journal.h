@@ -13,14 +13,35 @@
 #include "core/record_manager.h"
 #include "util/result.h"
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace tvw::rgs::stage {
 
 class Session;
+
+/// Has the system bring a file's bytes to the disk, on a thread of its own: whoever asks does not
+/// wait.
+class DiskSync
+{
+public:
+    ~DiskSync() { end(); }
+
+    void begin(int file); ///< open until `end`
+    void ask() noexcept;  ///< no lock; several requests at once are one
+    void end();           ///< waits for what is under way
+
+private:
+    void work(int file) noexcept;
+
+    std::atomic<unsigned> requests_{0};
+    std::atomic<bool> ended_{false};
+    std::thread thread_;
+};
 
 class Journal final : public core::RunObserver
 {
@@ -56,6 +77,7 @@ private:
     std::function<void(std::string)> say_;
     std::string path_;
     int file_ = -1;
+    DiskSync sync_;
     bool writes_ = false; ///< false: what stands in the file is all that it gets
     bool told_ = false;
     std::vector<core::Instance*> running_;
