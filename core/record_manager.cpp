@@ -38,6 +38,8 @@ int RecordManager::startRecord(int countdown)
 {
     if (running_)
         return kAlreadyRunning;
+    for (RunObserver* const observer : observers_)
+        observer->runComing();
     AdaptorInterface& host = *adaptor();
     CoreImplementation& core = CoreImplementation::instance();
     if (core.windows().lowPolyOnRecord()) {

@@ -18,6 +18,7 @@ class Instance;
 class RunObserver
 {
 public:
+    virtual void runComing() {} ///< before a take begins: the scene is still as the user left it
     virtual void runStarted(double /*start*/, const std::vector<Instance*>& /*running*/) {}
     virtual void beforeFrame(double /*time*/) {} ///< before the devices are read
     virtual void frameDone(double /*time*/, const std::vector<Instance*>& /*running*/) {}

@@ -324,6 +324,7 @@ void bindTimeAndFiles(py::class_<PyStage>& type)
             "save", [](const PyStage& s, const std::string& path) {
                 errno = 0;
                 requireFile(saveScene(s.get(), path));
+                s.get().setScenePath(path); // so that a lost take is found by the scene's name
             },
             py::arg("path"), "The scene with tools, state, takes and keys, as .glb.")
         .def(
@@ -331,6 +332,7 @@ void bindTimeAndFiles(py::class_<PyStage>& type)
             [](PyStage& s, const std::string& path) {
                 errno = 0;
                 requireFile(openScene(s.get(), path));
+                s.get().setScenePath(path);
                 s.newScene();
             },
             py::arg("path"), "Takes the place of the present scene.")

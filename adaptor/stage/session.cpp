@@ -1,5 +1,7 @@
 #include "adaptor/stage/session.h"
 
+#include "adaptor/stage/journal.h"
+#include "adaptor/stage/lost_takes.h"
 #include "adaptor/stage/scene_file.h"
 #include "core/adaptor.h"
 #include "core/core_implementation.h"
@@ -148,6 +150,9 @@ Status Session::open(const SessionOptions& options)
     if (!core_)
         return Status::failure("the core does not fit this host's interface version");
     stage_.addListener(*this);
+    if (options.journalled && !options.isolated)
+        journal_ = std::make_unique<Journal>(
+            *this, [this](std::string text) { say({"Journal", std::move(text)}); });
     return {};
 }
 
@@ -156,6 +161,7 @@ Session::~Session()
     if (core_) {
         stage_.clear();
         stage_.removeListener(*this);
+        journal_.reset();
     }
     core::shutdownCore();
     core::setUserPath({});
@@ -259,6 +265,13 @@ Status Session::resimulate(double from, double to, const Progress& progress)
     return {};
 }
 
+std::vector<LostTake> Session::lostTakes() const { return findLostTakes(); }
+
+Status Session::recover(const LostTake& take, const Progress& progress)
+{
+    return recoverLostTake(*this, take, progress);
+}
+
 // Devices.
 
 unidevice::ScriptedDevice& Session::addDevice(const std::string& name,
@@ -275,6 +288,7 @@ void Session::timeChanged(double time) { core_->timeChanged(time); }
 
 void Session::sceneClosing()
 {
+    scenePath_.clear();
     core().records().finishResimulation();
     core_->stopRecord();
     core_->deleteAllInstances();

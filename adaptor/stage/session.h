@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tvw::rgs::core {
@@ -26,6 +27,9 @@ class RecordManager;
 
 namespace tvw::rgs::stage {
 
+class Journal;
+struct LostTake;
+
 struct SessionOptions
 {
     double framesPerSecond = 25.0;
@@ -36,6 +40,9 @@ struct SessionOptions
 
     /// Neither reads nor writes anything of the user's: a farm's run depends on its files alone.
     bool isolated = false;
+
+    /// A take in progress is journalled in the user folder (lost_takes.h), unless isolated.
+    bool journalled = true;
 
     // What the studio brings along; null: a virtual clock, no windows.
     core::Clock* clock = nullptr;
@@ -88,6 +95,15 @@ public:
     /// A whole second pass. The reason when a run is on.
     Status resimulate(double from, double to, const Progress& progress = {});
 
+    /// Takes that a crash or a kill cut off, oldest first: lost_takes.h. Offer them after the start.
+    std::vector<LostTake> lostTakes() const;
+    Status recover(const LostTake& take, const Progress& progress = {});
+
+    /// The file that the scene came from or was saved to; whoever opens or saves says it. It names the
+    /// journal of a take.
+    const std::string& scenePath() const { return scenePath_; }
+    void setScenePath(std::string path) { scenePath_ = std::move(path); }
+
     /// A device that a script moves, listed in the hub until it is removed.
     unidevice::ScriptedDevice& addDevice(const std::string& name, const unidevice::ScriptedLayout& layout);
     void removeDevice(unidevice::Device& device);
@@ -122,6 +138,8 @@ private:
     std::unique_ptr<QuietWindows> quietWindows_;
     std::vector<Message> messages_;
     core::CoreInterface* core_ = nullptr;
+    std::string scenePath_;
+    std::unique_ptr<Journal> journal_; ///< null: takes are not journalled
 };
 
 } // namespace tvw::rgs::stage
