@@ -201,6 +201,24 @@ void writeMasterNode(Instance& instance, XmlSink& sink)
         writeMasterNode(parent, sink);
 }
 
+namespace {
+
+/// A tool without nodes and those below it that have none either: what hangs below it with nodes is
+/// found by its own tags, and brings its parents along.
+void writeUnboundTool(InstanceReference& reference, Element& out)
+{
+    writeRecord(reference, recordflag::state | recordflag::noChildren, out);
+    for (InstanceReference* const child : reference.childReferences()) {
+        if (!child->instance().nodes().empty())
+            continue;
+        Element record;
+        writeUnboundTool(*child, record);
+        out.addChild(record);
+    }
+}
+
+} // namespace
+
 void writeUnboundTools(InstanceReference& root, Element& out)
 {
     Element tools = Tag("RGT");
@@ -208,7 +226,7 @@ void writeUnboundTools(InstanceReference& root, Element& out)
         if (!child->instance().nodes().empty())
             continue;
         Element record;
-        writeRecord(*child, recordflag::state | recordflag::noChildren, record);
+        writeUnboundTool(*child, record);
         tools.addChild(record);
     }
     if (tools.childCount() > 0)

@@ -76,19 +76,29 @@ UnboundTools unboundToolsOf(Session& session)
     return out;
 }
 
-/// Those that hold a tool with nodes came with its tag already. The others take their places, from
-/// the first to the last, so that each finds those before it in theirs.
+/// A tool that holds one with nodes came with its tag already; then only what is missing below it is
+/// made.
+void makeUnboundTool(Session& session, const xml::Element& record, InstanceReference* parent, int place)
+{
+    if (InstanceReference* const present = toolOf(session, record)) {
+        for (const xml::Element& child : record.children()) {
+            if (child.name() == "RGT_Plugin")
+                makeUnboundTool(session, child, present, -1);
+        }
+        return;
+    }
+    InstanceReference* const made = session.core().instances().createFromXml(record, parent);
+    if (made && place >= 0)
+        parent->attach(made, place);
+}
+
+/// From the first to the last, so that each finds those before it in their places.
 void makeUnboundTools(Session& session, const xml::Element& tools, const std::vector<int>& places)
 {
     std::size_t i = 0;
     for (const xml::Element& tool : tools.children()) {
-        const int place = i < places.size() ? places[i] : -1;
+        makeUnboundTool(session, tool, &session.root(), i < places.size() ? places[i] : -1);
         ++i;
-        if (toolOf(session, tool))
-            continue;
-        InstanceReference* const made = session.core().createFromXml(tool);
-        if (made && place >= 0)
-            session.root().attach(made, place);
     }
 }
 
@@ -118,6 +128,7 @@ Status openScene(Session& session, const std::string& path)
     buildNodes(stage, *scene, true);
     stage.tellSceneOpened();
     makeUnboundTools(session, tools, scene->toolPlaces);
+    core::InstanceManager::announceComplete(session.root()); // they refer to each other
     stage.undoStack().clear();
     return {};
 }
