@@ -83,6 +83,22 @@ void LiveSpinners::end()
     turning_.clear();
 }
 
+void LiveSpinners::takeBegan(double time, configadaptor::Node* configuration)
+{
+    for (Spinner& spinner : spinners_) {
+        spinner.item = configuration ? configuration->findNode(spinner.itemId) : nullptr;
+        const bool bound = spinner.input->control() || !spinner.input->pendingControl().isEmpty();
+        if (!spinner.item || !bound) {
+            spinner.values.cutFrom(time);
+            continue;
+        }
+        const double start = startOf(spinner, time, false);
+        spinner.values.cutFrom(time);
+        spinner.values.set(time, start);
+        spinner.left = spinner.item->value();
+    }
+}
+
 void LiveSpinners::write(util::xml::Element& out) const
 {
     for (const Spinner& spinner : spinners_) {

@@ -29,6 +29,10 @@ public:
     void turn(double time);
     void end();
 
+    /// A take that was lost began at `time` with the inputs as they are bound now, or wait to be: a
+    /// replay from there turns the spinners as the take did.
+    void takeBegan(double time, configadaptor::Node* configuration);
+
     /// The values of the take, as `spinner` children; nothing where no spinner was turned.
     void write(util::xml::Element& out) const;
     void read(const util::xml::Element& element);

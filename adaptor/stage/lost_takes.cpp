@@ -249,7 +249,9 @@ Status recoverLostTake(Session& session, const LostTake& take, const Progress& p
     std::size_t first = 0;
     for (std::size_t i = 0; i < tools->size(); ++i) {
         const std::size_t count = content->tools[i].inputs.size();
-        putInputs((*tools)[i]->recordedInputs(), *content, first, count);
+        core::Instance& tool = *(*tools)[i];
+        putInputs(tool.recordedInputs(), *content, first, count);
+        tool.liveSpinners().takeBegan(content->times.front(), tool.configuration());
         first += count;
     }
     return session.resimulate(content->times.front(), content->times.back(), progress);

@@ -214,7 +214,10 @@ TEST_F(ToolRecord, OfTheWholeTreeGoesThroughAFile)
     session->core().saveUnboundTools(unbound);
     ASSERT_EQ(unbound.child("RGT").childCount("RGT_Plugin"), 1U) << "only the tools without nodes";
     EXPECT_EQ(unbound.child("RGT").child("RGT_Plugin").child("name").text(), "Set");
-    EXPECT_EQ(unbound.child("RGT").child("RGT_Plugin").childCount("RGT_Plugin"), 0U);
+    const Element& kept = unbound.child("RGT").child("RGT_Plugin");
+    ASSERT_EQ(kept.childCount("RGT_Plugin"), 1U) << "and those below them";
+    EXPECT_EQ(kept.child("RGT_Plugin").child("name").text(), "Set_01");
+    EXPECT_EQ(kept.child("RGT_Plugin").childCount("RGT_Plugin"), 0U);
 }
 
 } // namespace tvw::rgs::core
