@@ -1,0 +1,77 @@
+#include "plugins/common/ground_host.h"
+
+#include "plugins/common/ground_surfaces.h"
+
+#include <algorithm>
+
+namespace tvw::rgs {
+
+void GroundHost::beginTick(double time)
+{
+    endTick();
+    collectSurfaces(gravityNode_, ownBody_, surfaces_);
+    for (CNode* const surface : surfaces_) {
+        Matrix4 place;
+        const bool isThere = !surface->isDeleted() && readPlace(runtime_, *surface, time, place);
+        meshes_.push_back(isThere ? runtime_.getMeshSnapshot(surface, time) : nullptr);
+        addPlace(place);
+    }
+}
+
+void GroundHost::endTick()
+{
+    for (CSnapshot_Mesh* const mesh : meshes_) {
+        if (mesh)
+            runtime_.releaseMeshSnapshot(mesh);
+    }
+    meshes_.clear();
+    releaseSurfaces(gravityNode_, surfaces_);
+    mParentMesh.clear();
+    mParentMesh_inv.clear();
+}
+
+void GroundHost::castFan(std::size_t surface, std::span<const GroundRay> rays, double maxLength,
+                         std::span<GroundHit> out)
+{
+    CSnapshot_Mesh* const mesh = meshes_[surface];
+    if (!mesh || rays.empty()) {
+        std::fill(out.begin(), out.end(), GroundHit{});
+        return;
+    }
+    toSurface(surface, rays);
+    const double smallest = *std::min_element(scales_.begin(), scales_.end());
+    ask(*mesh, smallest > 0.0 ? maxLength / smallest : 0.0);
+    for (std::size_t i = 0; i < rays.size(); ++i) {
+        const bool hit = distances_[i] >= 0.0 && distances_[i] * scales_[i] <= maxLength;
+        out[i] = hit ? toWorldHit(distances_[i], normals_[i], scales_[i], mParentMesh[surface])
+                     : GroundHit{};
+    }
+}
+
+void GroundHost::toSurface(std::size_t surface, std::span<const GroundRay> rays)
+{
+    origins_.clear();
+    directions_.clear();
+    scales_.clear();
+    for (const GroundRay& ray : rays) {
+        const SurfaceRay local(ray, mParentMesh[surface], mParentMesh_inv[surface]);
+        origins_.push_back(local.origin);
+        directions_.push_back(local.direction);
+        scales_.push_back(local.scale);
+    }
+    distances_.resize(rays.size());
+    normals_.resize(rays.size());
+}
+
+void GroundHost::ask(CSnapshot_Mesh& mesh, double maxDistance)
+{
+    MeshRayFan fan{origins_, directions_, maxDistance, distances_, normals_};
+    if (mesh.call(code::castRayFan, &fan) != 0)
+        return;
+    for (std::size_t i = 0; i < origins_.size(); ++i) {
+        if (!mesh.rayCast(origins_[i], directions_[i], &distances_[i], &normals_[i]))
+            distances_[i] = -1.0;
+    }
+}
+
+} // namespace tvw::rgs
