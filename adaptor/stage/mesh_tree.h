@@ -104,6 +104,8 @@ public:
     [[nodiscard]] std::size_t triangleCount() const noexcept { return triangles_.size(); }
 
 private:
+    friend class FanTree;
+
     struct Node
     {
         Box box;
