@@ -40,8 +40,8 @@ struct GroundSettings
 {
     bool useStaticMesh = true;  ///< "Use Fast Ray Cast"
     bool storeMeshData = false; ///< "Store Ground Mesh Data"
-    CMesh storedMesh;
-    Matrix4 storedMatrix; ///< world matrix of the surface when the copy was taken
+    CMesh storedMesh{};
+    Matrix4 storedMatrix{}; ///< world matrix of the surface when the copy was taken
 };
 
 class GroundSensor
