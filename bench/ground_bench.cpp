@@ -198,7 +198,6 @@ public:
     CMesh mesh;
     std::vector<Wheel> wheels;
     std::vector<GroundHit> hits;
-    GroundSensor sensor;
 
 private:
     int side_;
@@ -206,6 +205,9 @@ private:
     std::unique_ptr<stage::Session> session_;
     core::Instance* tool_ = nullptr;
     CNode* gravity_ = nullptr;
+
+public:
+    GroundSensor sensor; ///< goes before the session whose nodes it holds
 };
 
 void compareRays(benchmark::State& state, int side, double cell, bool useStaticMesh)
