@@ -20,6 +20,8 @@ public:
     std::span<const MeshTree::Triangle> triangles;
 
     static constexpr int kDepth = MeshTree::kDepth;
+
+    static Box boxOf(const MeshTree::Triangle& triangle) { return MeshTree::boxOf(triangle); }
 };
 
 namespace {
@@ -61,10 +63,11 @@ struct Corners
 {
     Corners(const MeshTree::Triangle& t, const FanAxes& axes)
     {
+        const double flat[9] = {t.a.x, t.a.y, t.a.z, t.b.x, t.b.y, t.b.z, t.c.x, t.c.y, t.c.z};
         for (int i = 0; i < 3; ++i) {
-            a[i] = t.a[axes.k[i]];
-            b[i] = t.b[axes.k[i]];
-            c[i] = t.c[axes.k[i]];
+            a[i] = flat[axes.k[i]];
+            b[i] = flat[3 + axes.k[i]];
+            c[i] = flat[6 + axes.k[i]];
         }
     }
 
@@ -127,24 +130,36 @@ private:
     double limit_;
 };
 
-/// The leaves that a bundle touches while they are few.
-struct FanLeaves
+/// The triangles that a bundle touches while they are few.
+struct FanTriangles
 {
-    /// Beyond so many triangles halving the fan is cheaper than testing all of its rays against
-    /// each (measured: 20 to 30 for the 57 rays of a wheel).
-    static constexpr std::uint32_t kTriangles = 25;
+    /// Beyond so many parting the fan is cheaper than testing all of its rays against each
+    /// (measured for the 57 rays of a wheel).
+    static constexpr int kMost = 25;
 
-    std::uint32_t node[kTriangles];
+    std::uint32_t slot[kMost];
     int count = 0;
+
+    /// False when the leaf's would be too many.
+    bool add(const FanTree& tree, const FanNode& leaf, const Bundle& bundle)
+    {
+        for (std::uint32_t i = leaf.first; i < leaf.first + leaf.count; ++i) {
+            if (!bundle.touches(FanTree::boxOf(tree.triangles[i])))
+                continue;
+            if (count == kMost)
+                return false;
+            slot[count++] = i;
+        }
+        return true;
+    }
 };
 
 /// False when more triangles than that lie under the bundle. Moves `start` down to the node below
 /// which all of them are.
-bool gather(const FanTree& tree, const Bundle& bundle, std::uint32_t& start, FanLeaves& leaves)
+bool gather(const FanTree& tree, const Bundle& bundle, std::uint32_t& start, FanTriangles& out)
 {
     std::uint32_t stack[kTreeDepth];
     int open = 0;
-    std::uint32_t triangles = 0;
     bool branched = false;
     if (bundle.touches(tree.nodes[start].box))
         stack[open++] = start;
@@ -154,10 +169,8 @@ bool gather(const FanTree& tree, const Bundle& bundle, std::uint32_t& start, Fan
         if (!branched)
             start = index;
         if (node.count != 0) {
-            triangles += node.count;
-            if (triangles > FanLeaves::kTriangles)
+            if (!out.add(tree, node, bundle))
                 return false;
-            leaves.node[leaves.count++] = index;
             continue;
         }
         const bool left = bundle.touches(tree.nodes[index + 1].box);

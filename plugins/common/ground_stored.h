@@ -26,7 +26,7 @@ private:
     GroundHit cast(const GroundRay& ray, const Matrix4& toWorld, const Matrix4& toSurface,
                    double maxLength) const
     {
-        const SurfaceRay local(ray, toWorld, toSurface);
+        const SurfaceRay local(ray, toSurface);
         double distance = 0.0;
         Vector3d normal;
         if (local.scale == 0.0 || !tree_.castRay(local.origin, local.direction,
