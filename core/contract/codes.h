@@ -1,7 +1,10 @@
 /// The numbered operations of `CExtendable::call`, who answers them, and what they are given.
 #pragma once
 
+#include "util/vector3.h"
+
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace tvw::unidevice {
@@ -20,12 +23,15 @@ class CSnapshot_Shape;
 namespace code {
 
 // Answered by a node (`CNode::call`).
-inline constexpr std::int32_t openSelection = 10;  ///< no argument; 0 when a bracket is open already
+inline constexpr std::int32_t openSelection = 10; ///< no argument; 0 when a bracket is open already
 inline constexpr std::int32_t closeSelection = 11; ///< no argument
-inline constexpr std::int32_t disown = 17;         ///< no argument; runs leave the node's keys alone
-inline constexpr std::int32_t isSameNode = 31;     ///< CNode*; 1 when both stand for one scene node
-inline constexpr std::int32_t renameNode = 32;     ///< const std::string*; inside an undo of its own
-inline constexpr std::int32_t copyNode = 37;       ///< CNode** out; a copy of the scene node
+inline constexpr std::int32_t disown = 17;     ///< no argument; runs leave the node's keys alone
+inline constexpr std::int32_t isSameNode = 31; ///< CNode*; 1 when both stand for one scene node
+inline constexpr std::int32_t renameNode = 32; ///< const std::string*; inside an undo of its own
+inline constexpr std::int32_t copyNode = 37;   ///< CNode** out; a copy of the scene node
+
+// Answered by a mesh at one time (`CSnapshot_Mesh::call`).
+inline constexpr std::int32_t castRayFan = 62; ///< MeshRayFan*; 1 when all its rays are answered
 
 // Answered by the runtime (`CInterface::call`).
 inline constexpr std::int32_t shapeSnapshot = 38;        ///< ShapeSnapshotRequest*
@@ -38,17 +44,31 @@ inline constexpr std::int32_t destroyTool = 58;          ///< no argument
 inline constexpr std::int32_t addLabel = 60;             ///< LabelRequest*
 
 // Answered by a tool object (`CCamera::call`).
-inline constexpr std::int32_t updateOutput = 40;    ///< unidevice::Control*
-inline constexpr std::int32_t treeComplete = 42;    ///< no argument; the tool and all its children stand
+inline constexpr std::int32_t updateOutput = 40; ///< unidevice::Control*
+inline constexpr std::int32_t treeComplete =
+    42; ///< no argument; the tool and all its children stand
 inline constexpr std::int32_t writeCustomData = 44; ///< util::xml::Element*, to be filled
 inline constexpr std::int32_t readCustomData = 45;  ///< const util::xml::Element*
 inline constexpr std::int32_t noToolTip = 61;       ///< only its presence counts
 
 // Answered by a tool's factory (`CCameraPlugin::call`).
 inline constexpr std::int32_t olderIds = 16; ///< std::vector<std::string>* out
-inline constexpr std::int32_t unlisted = 51; ///< only its presence counts: no entry in the tool lists
+inline constexpr std::int32_t unlisted =
+    51; ///< only its presence counts: no entry in the tool lists
 
 } // namespace code
+
+/// Rays that lie close together, as a wheel's do, in the node's space. The spans are of one length
+/// and belong to the caller. A host that answers 0 is asked ray by ray, `CSnapshot_Mesh::rayCast`,
+/// and gives the same hits.
+struct MeshRayFan
+{
+    std::span<const Vector3d> origins;
+    std::span<const Vector3d> directions; ///< of unit length; one of length 0 hits nothing
+    double maxDistance;                   ///< a hit further away may be left out
+    std::span<double> distances;          ///< out: of the nearest hits; negative: none
+    std::span<Vector3d> normals;          ///< out: of unit length; unchanged where nothing is hit
+};
 
 struct ShapeSnapshotRequest
 {
