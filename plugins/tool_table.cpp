@@ -1,5 +1,6 @@
 #include "plugins/tool_table.h"
 
+#include "plugins/release/carextended/carextended_CCarCamPlugin.h"
 #include "plugins/release/sinusoid/sinusoid_CSinusoidPlugin.h"
 
 namespace tvw::rgs {
@@ -13,6 +14,7 @@ CCameraPlugin* make()
 }
 
 constexpr MakePlugin kTools[] = {
+    &make<addon::CCarCamPlugin>,
     &make<addon::CSinusoidPlugin>,
 };
 

@@ -6,7 +6,8 @@ namespace tvw::rgs {
 
 namespace {
 
-void step(QTransformd& state, const QTransformd& target, const FollowCameraSettings& settings, double dt)
+void step(QTransformd& state, const QTransformd& target, const FollowCameraSettings& settings,
+          double dt)
 {
     response(state.rotation, target.rotation, settings.rotationResponse, dt);
     response(state.translation, target.translation, settings.positionResponse, dt);
@@ -14,7 +15,8 @@ void step(QTransformd& state, const QTransformd& target, const FollowCameraSetti
 
 } // namespace
 
-void FollowCamera::follow(const QTransformd& target, const FollowCameraSettings& settings, double dt)
+void FollowCamera::follow(const QTransformd& target, const FollowCameraSettings& settings,
+                          double dt)
 {
     step(first, target, settings, dt);
     step(second, first, settings, dt);

@@ -1,4 +1,5 @@
-/// A camera that is carried along on a soft line: two filters in cascade on rotation and on position.
+/// A camera that is carried along on a soft line: two filters in cascade on rotation and on
+/// position.
 #pragma once
 
 #include "util/transform.h"

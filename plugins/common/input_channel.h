@@ -1,7 +1,7 @@
 /// The input of a vehicle: a device's value on its way to what the model uses.
 ///
-/// The device gives `dInput`; the tool's rules bend it; `dValue` follows `dMaximum` x `dInput`. The two
-/// parameters of each channel are items, declared by a row-maker.
+/// The device gives `dInput`; the tool's rules bend it; `dValue` follows `dMaximum` x `dInput`. The
+/// two parameters of each channel are items, declared by a row-maker.
 #pragma once
 
 #include "plugins/common/items.h"
@@ -38,7 +38,8 @@ constexpr InputRow inputRow(const InputChannel& channel)
 {
     namespace kind = unidevice::kind;
     constexpr std::uint32_t kBothWays = kind::trinary | kind::analogue | kind::unbounded;
-    return {.prefix = {}, .name = channel.name,
+    return {.prefix = {},
+            .name = channel.name,
             .kindMask = channel.bUnipolar ? kBothWays | kind::binary : kBothWays,
             .exponent = kVehicleExponent};
 }
@@ -59,14 +60,20 @@ constexpr std::array<Item<S>, 2> channelItems(const InputChannel& channel, Bound
                                               Bounds maximum)
 {
     const auto makeRow = [&](std::string_view end, double& (*number)(S&), Bounds bounds) {
-        return Item<S>{.kind = ItemKind::Spinner, .owner = channel.name, .label = end,
-                       .tooltip = channel.tooltip, .number = number, .bounds = bounds,
+        return Item<S>{.kind = ItemKind::Spinner,
+                       .owner = channel.name,
+                       .label = end,
+                       .tooltip = channel.tooltip,
+                       .number = number,
+                       .bounds = bounds,
                        .flags = kLive | kHeard};
     };
     std::array<Item<S>, 2> rows{
-        makeRow(" Response Factor",
-                [](S& s) -> double& { return Channels(s)[Index].dResponseFactor; }, response),
-        makeRow(" Maximum", [](S& s) -> double& { return Channels(s)[Index].dMaximum; }, maximum)};
+        makeRow(
+            " Response Factor", [](S& s) -> double& { return Channels(s)[Index].dResponseFactor; },
+            response),
+        makeRow(
+            " Maximum", [](S& s) -> double& { return Channels(s)[Index].dMaximum; }, maximum)};
     rows[0].tooltipEnd = ": Response Factor";
     rows[1].tooltipEnd = ": Maximum";
     return rows;

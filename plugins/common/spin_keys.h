@@ -1,6 +1,6 @@
 /// Keys inside a frame for what turns fast. Key frames of orientations take the short way round, so
-/// that a wheel that turns by more than half a revolution between two frames would play back slower,
-/// or backward.
+/// that a wheel that turns by more than half a revolution between two frames would play back
+/// slower, or backward.
 #pragma once
 
 #include <cmath>
@@ -21,9 +21,9 @@ inline double wrapTurn(double angle) noexcept
     return lifted < kTurn ? lifted : 0.0;
 }
 
-/// Calls key(angle, left) for each key that a turn by `increment` needs before the frame's own; angle
-/// is the spin there [rad], left the share of the frame's length that is still to come, falling.
-/// Both angles in rad; the number of keys is limited, since a senseless spin must end too.
+/// Calls key(angle, left) for each key that a turn by `increment` needs before the frame's own;
+/// angle is the spin there [rad], left the share of the frame's length that is still to come,
+/// falling. Both angles in rad; the number of keys is limited, since a senseless spin must end too.
 template <class Key>
 void forSpinKeys(double start, double increment, Key&& key)
 {

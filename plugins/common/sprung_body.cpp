@@ -18,7 +18,8 @@ bool moveVerlet(SprungAxis& axis, double oldAcceleration, double limit, double h
     return axis.value != wanted;
 }
 
-void finishVerlet(SprungAxis& axis, double oldAcceleration, double acceleration, bool atLimit, double h)
+void finishVerlet(SprungAxis& axis, double oldAcceleration, double acceleration, bool atLimit,
+                  double h)
 {
     axis.rate += oldAcceleration / 2 * h + acceleration / 2 * h;
     if (atLimit)

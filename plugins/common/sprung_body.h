@@ -1,8 +1,8 @@
 /// The body on its springs: heave, pitch and roll over the plane in which the wheels stand.
 ///
 /// Axes of the body: +X right, +Y up, -Z forward. A positive pitch lifts the nose, a positive roll
-/// lifts the right side. Lengths in metres, angles in rad, times in s; the masses and stiffnesses are
-/// the model's own, not those of a real car.
+/// lifts the right side. Lengths in metres, angles in rad, times in s; the masses and stiffnesses
+/// are the model's own, not those of a real car.
 #pragma once
 
 #include "util/quat.h"
@@ -45,8 +45,8 @@ struct ExternalForce
     Vector3d point;     ///< [m]
 };
 
-/// The wheels' pull on the body, summed. The moments have the sign of the compressions that make them:
-/// the body turns against them.
+/// The wheels' pull on the body, summed. The moments have the sign of the compressions that make
+/// them: the body turns against them.
 struct SpringLoad
 {
     double force = 0.0;       ///< upward

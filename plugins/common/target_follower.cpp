@@ -11,7 +11,10 @@ namespace {
 
 constexpr double kForce = 3.5; // gas per body length of distance, tuned on the four-wheeler
 
-double sign(double value) { return value < 0.0 ? -1.0 : 1.0; }
+double sign(double value)
+{
+    return value < 0.0 ? -1.0 : 1.0;
+}
 
 } // namespace
 

@@ -30,10 +30,11 @@ struct TargetFollower
     double dAutoSteeringValueMem = 0.0; ///< filtered steering [rad]
     double dAutoSteeringPrev = 0.0;     ///< wanted steering of the last tick [rad]
 
-    /// toTarget: from the middle of the front, in the vehicle's axes (+X right, -Z forward) [m]; its
-    /// height does not count. dt: step [s]. True when the target is reached: brake, keep the steering.
-    bool follow(Vector3d toTarget, const TargetFollowerSettings& settings, const FollowerLimits& limits,
-                double dt);
+    /// toTarget: from the middle of the front, in the vehicle's axes (+X right, -Z forward) [m];
+    /// its height does not count. dt: step [s]. True when the target is reached: brake, keep the
+    /// steering.
+    bool follow(Vector3d toTarget, const TargetFollowerSettings& settings,
+                const FollowerLimits& limits, double dt);
 };
 
 } // namespace tvw::rgs

@@ -33,7 +33,8 @@ void addQuad(CMesh& mesh, std::int32_t a, std::int32_t b, std::int32_t c, std::i
         mesh.face.push_back(index);
 }
 
-/// A section is an octagon across Z, seen along +Z: half width, lower and upper edge, where it stands.
+/// A section is an octagon across Z, seen along +Z: half width, lower and upper edge, where it
+/// stands.
 struct Section
 {
     double z, halfWidth, low, high;
@@ -49,13 +50,13 @@ CMesh hull(std::span<const Section> sections)
         const double inner = x - kRound;
         const double rise = std::min(kRound, (s.high - s.low) / 3);
         for (const auto& [px, py] : std::array<std::array<double, 2>, 8>{{{-inner, s.low},
-                                                                        {inner, s.low},
-                                                                        {x, s.low + rise},
-                                                                        {x, s.high - rise},
-                                                                        {inner, s.high},
-                                                                        {-inner, s.high},
-                                                                        {-x, s.high - rise},
-                                                                        {-x, s.low + rise}}})
+                                                                          {inner, s.low},
+                                                                          {x, s.low + rise},
+                                                                          {x, s.high - rise},
+                                                                          {inner, s.high},
+                                                                          {-inner, s.high},
+                                                                          {-x, s.high - rise},
+                                                                          {-x, s.low + rise}}})
             mesh.vertex.push_back({px, py, s.z});
     }
     constexpr std::int32_t kCorners = 8;
@@ -116,8 +117,10 @@ CMesh arrow()
     append(mesh, CMesh_Box(0.06, 0.06, kShaft), at(0, 0, kShaft / 2));
     const auto base = static_cast<std::int32_t>(mesh.vertex.size());
     constexpr double kHead = 0.14;
-    mesh.vertex.insert(mesh.vertex.end(), {{-kHead, -kHead, kShaft}, {kHead, -kHead, kShaft},
-                                           {kHead, kHead, kShaft}, {-kHead, kHead, kShaft},
+    mesh.vertex.insert(mesh.vertex.end(), {{-kHead, -kHead, kShaft},
+                                           {kHead, -kHead, kShaft},
+                                           {kHead, kHead, kShaft},
+                                           {-kHead, kHead, kShaft},
                                            {0, 0, 1}});
     addQuad(mesh, base + 3, base + 2, base + 1, base);
     for (std::int32_t c = 0; c < 4; ++c) {
@@ -135,13 +138,11 @@ const Matrix4 kAcross = rotationMatrix(90, 0, 1, 0);
 CMesh carBody()
 {
     CMesh mesh;
-    constexpr std::array lower{
-        Section{-0.5, 0.15, 0.03, 0.11}, Section{-0.46, 0.18, 0.02, 0.14},
-        Section{-0.2, 0.193, 0.02, 0.17}, Section{0.3, 0.193, 0.02, 0.18},
-        Section{0.46, 0.18, 0.02, 0.17}, Section{0.5, 0.16, 0.04, 0.14}};
-    constexpr std::array cabin{
-        Section{-0.2, 0.16, 0.13, 0.16}, Section{-0.06, 0.15, 0.15, 0.275},
-        Section{0.2, 0.15, 0.15, 0.284}, Section{0.38, 0.16, 0.13, 0.175}};
+    constexpr std::array lower{Section{-0.5, 0.15, 0.03, 0.11},  Section{-0.46, 0.18, 0.02, 0.14},
+                               Section{-0.2, 0.193, 0.02, 0.17}, Section{0.3, 0.193, 0.02, 0.18},
+                               Section{0.46, 0.18, 0.02, 0.17},  Section{0.5, 0.16, 0.04, 0.14}};
+    constexpr std::array cabin{Section{-0.2, 0.16, 0.13, 0.16}, Section{-0.06, 0.15, 0.15, 0.275},
+                               Section{0.2, 0.15, 0.15, 0.284}, Section{0.38, 0.16, 0.13, 0.175}};
     append(mesh, hull(lower));
     append(mesh, hull(cabin));
     return mesh;
@@ -200,9 +201,15 @@ CMesh attachPlate()
     return mesh;
 }
 
-CMesh gravityArrow() { return transformed(arrow(), rotationMatrix(90, 1, 0, 0)); }
+CMesh gravityArrow()
+{
+    return transformed(arrow(), rotationMatrix(90, 1, 0, 0));
+}
 
-CMesh forceArrow() { return arrow(); }
+CMesh forceArrow()
+{
+    return arrow();
+}
 
 CMesh steeringWheel()
 {

@@ -11,9 +11,9 @@ namespace tvw::rgs {
 
 namespace {
 
-constexpr double kRayReach = 1000.0;   // how far a ray looks, in its own scale
-constexpr std::size_t kUsualFan = 64;  // rays: three fans of 19
-constexpr double kLeastSlant = 1e-3;   // a wheel nearer to lying flat finds no plane
+constexpr double kRayReach = 1000.0;  // how far a ray looks, in its own scale
+constexpr std::size_t kUsualFan = 64; // rays: three fans of 19
+constexpr double kLeastSlant = 1e-3;  // a wheel nearer to lying flat finds no plane
 
 double reachOf(const WheelMount& mount, const WheelSettings& settings)
 {
@@ -62,9 +62,11 @@ void WheelUnit::update(const WheelMount& mount, const WheelSettings& settings, G
         takeDrop(mount, settings, found, dt);
         climbEdges(mount, settings, ground);
         if (!contact.bInTheAir) {
-            // A factor of 1 and more is "at once"; beyond the number of sub-steps it would overshoot.
+            // A factor of 1 and more is "at once"; beyond the number of sub-steps it would
+            // overshoot.
             double drop = memory.lastDrop;
-            response(drop, memory.CurrDeltaW, std::min(settings.fSurfaceEdgeResponseFactor, 1.0), dt);
+            response(drop, memory.CurrDeltaW, std::min(settings.fSurfaceEdgeResponseFactor, 1.0),
+                     dt);
             memory.CurrDelta = drop;
         }
     }
@@ -100,15 +102,16 @@ double WheelUnit::firstLift(const WheelMount& mount) const
     return fall > 2.0 * mount.radius ? mount.lift + 2.0 * fall : mount.lift;
 }
 
-bool WheelUnit::castHub(const WheelMount& mount, const WheelSettings& settings, GroundSensor& ground,
-                        std::size_t surface, double& drop, GroundHit& hit) const
+bool WheelUnit::castHub(const WheelMount& mount, const WheelSettings& settings,
+                        GroundSensor& ground, std::size_t surface, double& drop,
+                        GroundHit& hit) const
 {
     const double highest = 2.0 * mount.bodyLength;
     const double raise = std::max(mount.lift, 0.01 * mount.bodyLength);
     for (double above = firstLift(mount);; above += raise) {
         const GroundRay ray{mount.rest + mount.Y * above, -mount.Y};
-        hit.hit = ground.castGroundRay(surface, ray, reachOf(mount, settings) + above, &hit.distance,
-                                       &hit.normal);
+        hit.hit = ground.castGroundRay(surface, ray, reachOf(mount, settings) + above,
+                                       &hit.distance, &hit.normal);
         if (hit.hit) {
             drop = hit.distance - above - mount.radius;
             return true;
@@ -139,7 +142,8 @@ bool WheelUnit::findGround(const WheelMount& mount, const WheelSettings& setting
 }
 
 /// A wheel in reach takes the drop that was measured; one that hangs sinks no faster than it may.
-void WheelUnit::takeDrop(const WheelMount& mount, const WheelSettings& settings, bool found, double dt)
+void WheelUnit::takeDrop(const WheelMount& mount, const WheelSettings& settings, bool found,
+                         double dt)
 {
     const double furthest = settings.fRelMaxBumperLen * mount.radius;
     const bool reaches =
@@ -157,7 +161,8 @@ void WheelUnit::takeDrop(const WheelMount& mount, const WheelSettings& settings,
         contact.normal = {0, 1, 0};
 }
 
-void WheelUnit::fillFan(const WheelMount& mount, const WheelSettings& settings, const Vector3d& centre)
+void WheelUnit::fillFan(const WheelMount& mount, const WheelSettings& settings,
+                        const Vector3d& centre)
 {
     constexpr double kQuarter = std::numbers::pi / 2;
     const double step = settings.dDegsPerRay / 180.0 * std::numbers::pi;
@@ -174,7 +179,8 @@ void WheelUnit::fillFan(const WheelMount& mount, const WheelSettings& settings, 
                 continue;
             const double angle = k * step;
             const Vector3d half = mount.X * std::sin(angle / 2);
-            rays_.push_back({origin, rotate(Quatd{half.x, half.y, half.z, std::cos(angle / 2)}, -mount.Y)});
+            rays_.push_back(
+                {origin, rotate(Quatd{half.x, half.y, half.z, std::cos(angle / 2)}, -mount.Y)});
             rim_.push_back({std::sin(angle), std::cos(angle)});
         }
     }
@@ -182,7 +188,8 @@ void WheelUnit::fillFan(const WheelMount& mount, const WheelSettings& settings, 
 }
 
 /// Ground that the tyre would cut into lifts the wheel: by as much as the deepest cut asks for.
-void WheelUnit::climbEdges(const WheelMount& mount, const WheelSettings& settings, GroundSensor& ground)
+void WheelUnit::climbEdges(const WheelMount& mount, const WheelSettings& settings,
+                           GroundSensor& ground)
 {
     if (settings.iRayMultiplier <= 1)
         return;

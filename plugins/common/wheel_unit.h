@@ -1,9 +1,9 @@
 /// A wheel that follows the ground by rays.
 ///
-/// A wheel is no body of its own: its height is measured. A ray down through the hub finds the ground,
-/// a fan of rays over the rim lets the wheel climb an edge before the hub is there. What the wheel
-/// knows from tick to tick is how far its centre hangs below its place of rest: the drop, along -Y of
-/// its mount [m]. Lengths in metres, world space.
+/// A wheel is no body of its own: its height is measured. A ray down through the hub finds the
+/// ground, a fan of rays over the rim lets the wheel climb an edge before the hub is there. What
+/// the wheel knows from tick to tick is how far its centre hangs below its place of rest: the drop,
+/// along -Y of its mount [m]. Lengths in metres, world space.
 #pragma once
 
 #include "plugins/common/ground_sensor.h"
@@ -16,13 +16,13 @@ namespace tvw::rgs {
 /// "Ray Cast Properties" and "Wheel Ground Release Properties".
 struct WheelSettings
 {
-    std::int32_t iRayMultiplier = 10;         ///< 1: the ray through the hub alone
-    bool bAddRaysAtWheelEdges = true;         ///< fans at both edges of the tyre too
-    double dDegsPerRay = 2.0;                 ///< between two rays of a fan
-    bool bGroundReleaseOn = true;             ///< the limits below hold
-    double fRelMaxBumperLen = 0.5;            ///< furthest drop, in radii; 0: no limit
+    std::int32_t iRayMultiplier = 10;             ///< 1: the ray through the hub alone
+    bool bAddRaysAtWheelEdges = true;             ///< fans at both edges of the tyre too
+    double dDegsPerRay = 2.0;                     ///< between two rays of a fan
+    bool bGroundReleaseOn = true;                 ///< the limits below hold
+    double fRelMaxBumperLen = 0.5;                ///< furthest drop, in radii; 0: no limit
     double dMaximumSpringChangeVelocityRel = 3.0; ///< of a growing drop, radii per s; 0: no limit
-    double fSurfaceEdgeResponseFactor = 0.8;  ///< share of the way to the measured drop per 0.04 s
+    double fSurfaceEdgeResponseFactor = 0.8; ///< share of the way to the measured drop per 0.04 s
 };
 
 /// Where a wheel hangs in this tick.
@@ -40,12 +40,12 @@ struct WheelMount
 /// What one tick leaves for the next.
 struct WheelMemory
 {
-    double CurrDelta = 0.0;       ///< drop of the centre, filtered
-    double CurrDeltaW = 0.0;      ///< drop as measured
-    double lastDrop = 0.0;        ///< of the tick before
-    double height = 0.0;          ///< of the centre in the world, last tick
-    double heightBefore = 0.0;    ///< and the tick before that
-    Vector3d bottom;              ///< lowest point at the end of the last tick
+    double CurrDelta = 0.0;    ///< drop of the centre, filtered
+    double CurrDeltaW = 0.0;   ///< drop as measured
+    double lastDrop = 0.0;     ///< of the tick before
+    double height = 0.0;       ///< of the centre in the world, last tick
+    double heightBefore = 0.0; ///< and the tick before that
+    Vector3d bottom;           ///< lowest point at the end of the last tick
 };
 
 /// What a tick found.
@@ -54,7 +54,7 @@ struct WheelContact
     Vector3d centre;
     Vector3d normal{0, 1, 0};
     Vector3d hit;
-    bool bInTheAir = false; ///< the tyre does not touch
+    bool bInTheAir = false;  ///< the tyre does not touch
     bool outOfReach = false; ///< nor does the ground lie within the travel of the spring
 };
 
@@ -65,7 +65,8 @@ public:
 
     /// One tick: asks the ground and moves the drop. ground: between its `beginTick` and `endTick`.
     /// dt: step of the tick [s].
-    void update(const WheelMount& mount, const WheelSettings& settings, GroundSensor& ground, double dt);
+    void update(const WheelMount& mount, const WheelSettings& settings, GroundSensor& ground,
+                double dt);
 
     /// The end of the tick: bottom is the lowest point [world] once the ground's shaking is in it.
     /// Answers how far it has travelled since the last tick [m].

@@ -10,20 +10,32 @@ namespace tvw::rgs::addon::carextended {
 
 namespace {
 
-constexpr double kSubStep = 0.003;              // [s]
+constexpr double kSubStep = 0.003;                   // [s]
 constexpr double kMostSteering = 1.5707649108683606; // [rad], just short of a quarter turn
-constexpr double kLeastGas = 1e-8;              // keeps the turn radius defined
-constexpr double kStraight = 1e45;              // [m], the radius of a straight line
+constexpr double kLeastGas = 1e-8;                   // keeps the turn radius defined
+constexpr double kStraight = 1e45;                   // [m], the radius of a straight line
 
-double sign(double value) { return value < 0.0 ? -1.0 : 1.0; }
+double sign(double value)
+{
+    return value < 0.0 ? -1.0 : 1.0;
+}
 
-Quatd yawQuat(double angle) { return {0, std::sin(angle / 2), 0, std::cos(angle / 2)}; }
+Quatd yawQuat(double angle)
+{
+    return {0, std::sin(angle / 2), 0, std::cos(angle / 2)};
+}
 
-int subStepCount(double dt) { return std::max(1, static_cast<int>(std::min(dt / kSubStep, 1e6))); }
+int subStepCount(double dt)
+{
+    return std::max(1, static_cast<int>(std::min(dt / kSubStep, 1e6)));
+}
 
 } // namespace
 
-double subStepLength(double dt) { return dt / subStepCount(dt); }
+double subStepLength(double dt)
+{
+    return dt / subStepCount(dt);
+}
 
 void CCarCam::seed(std::int32_t adder)
 {
@@ -71,7 +83,10 @@ double CCarCam::steerAngle() const
     return std::clamp(in(STEERING_WHEEL).dValue, -kMostSteering, kMostSteering);
 }
 
-double CCarCam::turnBaseZ() const { return turnGeometry().backAxle * p.rig.halfLengthZ(); }
+double CCarCam::turnBaseZ() const
+{
+    return turnGeometry().backAxle * p.rig.halfLengthZ();
+}
 
 void CCarCam::prepareWheels(double dt)
 {
@@ -149,8 +164,7 @@ CCarCam::TurnGeometry CCarCam::turnGeometry() const
     const double length = p.rig.dCarLength;
     const double backAxle = p.dTurnBase - p.rig.dWheelZ[2] / (length / 2);
     const double tangent = std::tan(steerAngle());
-    double radius =
-        tangent != 0.0 ? (1 - backAxle) * p.rig.halfLengthZ() / tangent : -kStraight;
+    double radius = tangent != 0.0 ? (1 - backAxle) * p.rig.halfLengthZ() / tangent : -kStraight;
     radius = sign(radius) * std::clamp(std::abs(radius), 0.01 * length, kStraight);
     return {radius, backAxle};
 }
@@ -184,13 +198,12 @@ CCarCam::PlannedIncrement CCarCam::plannedIncrement(const TurnGeometry& turn, do
 {
     Vector3d path = vSkidBrakePosIncr;
     if (!bSkidBreakingOn) {
-        const double sideways =
-            -std::tan(fCarLocalYawIncr) * turn.backAxle * p.rig.halfLengthZ();
+        const double sideways = -std::tan(fCarLocalYawIncr) * turn.backAxle * p.rig.halfLengthZ();
         path = rotate(m.qCarRot, Vector3d{sideways, 0, -speed() * h});
     }
     const Vector3d forward{0, 0, -1};
-    const Vector3d axlePath = (rotate(yawQuat(burnoutYaw(h)), forward) - forward) *
-                              (p.rig.dWheelZ[0] + p.rig.dWheelZ[1]);
+    const Vector3d axlePath =
+        (rotate(yawQuat(burnoutYaw(h)), forward) - forward) * (p.rig.dWheelZ[0] + p.rig.dWheelZ[1]);
     return {path + rotate(m.qCarRot, axlePath), yawQuat(fCarLocalYawIncr)};
 }
 
@@ -252,9 +265,11 @@ void CCarCam::followGround(std::size_t i, const Vector3d& X, const Vector3d& Y, 
     const CarRig& rig = p.rig;
     constexpr double kRayHeight = 0.2742857142857143; // body lengths
     const WheelMount mount{
-        .X = X, .Y = Y, .Z = Z,
-        .rest = guardedBody_ + X * rig.dWheelX[i] + Z * rig.dWheelZ[i] +
-                Y * (radius - rig.dBodyHeight),
+        .X = X,
+        .Y = Y,
+        .Z = Z,
+        .rest =
+            guardedBody_ + X * rig.dWheelX[i] + Z * rig.dWheelZ[i] + Y * (radius - rig.dBodyHeight),
         .radius = radius,
         .width = rig.dWheelWidth[i],
         .lift = rig.dCarLength * kRayHeight + rig.dBodyHeight - radius,
@@ -301,7 +316,8 @@ void CCarCam::alignToWheels()
     if (bCarInTheAir)
         return;
     const Vector3d back = (m.wheel[2].vBottom + m.wheel[3].vBottom) / 2.0;
-    const Vector3d normal = cross(normalise(m.wheel[1].vBottom - back), normalise(m.wheel[0].vBottom - back));
+    const Vector3d normal =
+        cross(normalise(m.wheel[1].vBottom - back), normalise(m.wheel[0].vBottom - back));
     const Vector3d up = rotate(m.qCarRot, Vector3d{0, 1, 0});
     const double half = std::acos(std::clamp(dot(up, normal), -1.0, 1.0)) / 2;
     const Vector3d axis = cross(up, normal) * std::sin(half);

@@ -1,12 +1,12 @@
 /// The four-wheeler's model: inputs in, poses of body and wheels out. No node, no host.
 ///
-/// The car is a plane that moves along a path given by speed and steering, and a body on springs above
-/// it. The wheels measure the ground; after each tick the plane is laid onto their lowest points, so
-/// that hills tilt and lift the car. All is integrated in sub-steps of about 0.003 s.
+/// The car is a plane that moves along a path given by speed and steering, and a body on springs
+/// above it. The wheels measure the ground; after each tick the plane is laid onto their lowest
+/// points, so that hills tilt and lift the car. All is integrated in sub-steps of about 0.003 s.
 ///
-/// Axes: +Y up, -Z forward, +X right; metres, seconds, rad. "Car" is the plane's frame, "body" that of
-/// the sprung body. An increment is what a sub-step adds. `tick` order: `update`, then for each wheel
-/// `followGround`, then `updateWheelRotation` and `alignToWheels`.
+/// Axes: +Y up, -Z forward, +X right; metres, seconds, rad. "Car" is the plane's frame, "body" that
+/// of the sprung body. An increment is what a sub-step adds. `tick` order: `update`, then for each
+/// wheel `followGround`, then `updateWheelRotation` and `alignToWheels`.
 #pragma once
 
 #include "plugins/common/sprung_body.h"
@@ -18,22 +18,22 @@ namespace tvw::rgs::addon::carextended {
 /// A wheel's part of the state that is not `WheelMemory`.
 struct CarWheel
 {
-    double dSpringForce = 0.0;       ///< of the last sub-step; positive lifts the body
-    Vector3d vWorldPos;              ///< centre, world
-    Vector3d vWorldPosPrev;          ///< at the last tick
-    Vector3d vBottom;                ///< lowest point
-    double fSuspZeroDiff = 0.0;      ///< compression: the mount above its rest
+    double dSpringForce = 0.0;  ///< of the last sub-step; positive lifts the body
+    Vector3d vWorldPos;         ///< centre, world
+    Vector3d vWorldPosPrev;     ///< at the last tick
+    Vector3d vBottom;           ///< lowest point
+    double fSuspZeroDiff = 0.0; ///< compression: the mount above its rest
     double fSuspZeroDiff_prev = 0.0;
-    double pfTotalPitch = 0.0;       ///< spin angle, 0 to 2 pi
-    double dPitchIncr = 0.0;         ///< spin of this tick; negative rolls forward
-    double dYaw = 0.0;               ///< steering angle; positive to the left
+    double pfTotalPitch = 0.0; ///< spin angle, 0 to 2 pi
+    double dPitchIncr = 0.0;   ///< spin of this tick; negative rolls forward
+    double dYaw = 0.0;         ///< steering angle; positive to the left
     double dYawPrev = 0.0;
-    double dGravelOffset = 0.0;      ///< height added by the ground's shaking
-    double dWheelHeight = 0.0;       ///< of the centre in the car's frame, as measured
+    double dGravelOffset = 0.0; ///< height added by the ground's shaking
+    double dWheelHeight = 0.0;  ///< of the centre in the car's frame, as measured
 };
 
-/// What a tick leaves for the next beside the variables with names of their own. Flags are bytes: the
-/// record is its bytes in a file.
+/// What a tick leaves for the next beside the variables with names of their own. Flags are bytes:
+/// the record is its bytes in a file.
 struct CarMemory
 {
     std::array<CarWheel, kWheels> wheel;
@@ -49,10 +49,10 @@ struct CarMemory
     Vector3d vSkidBrakeRotVel; ///< turn at its start / dt
     double iSkidSignVel = 1.0;
     double iSkidSignSteer = 1.0;
-    double dSteeringMem = 0.0;       ///< last shaped steering input
-    double dAbsStartValue = 0.0;     ///< gas value when the brake was pressed
-    double dBrakeGasVal = 0.0;       ///< gas value at the end of the last tick
-    double dSteeringRsp = -1.0;      ///< the steering's response in a burnout; below 0: the user's own
+    double dSteeringMem = 0.0;   ///< last shaped steering input
+    double dAbsStartValue = 0.0; ///< gas value when the brake was pressed
+    double dBrakeGasVal = 0.0;   ///< gas value at the end of the last tick
+    double dSteeringRsp = -1.0;  ///< the steering's response in a burnout; below 0: the user's own
     std::array<std::uint8_t, kWheels> inTheAir{};
     std::array<std::uint8_t, kWheels> outOfReach{};
     std::uint8_t bAbsArmed = 1;
@@ -106,11 +106,13 @@ public:
     /// Lays the plane onto the four wheels, unless all are in the air.
     void alignToWheels();
 
-    /// The body's position in this tick, raised where it would scrape the ground. Before the wheels.
+    /// The body's position in this tick, raised where it would scrape the ground. Before the
+    /// wheels.
     Vector3d guardBody();
     Vector3d wheelCentre(std::size_t i) const { return unit[i].contact.centre; }
 
-    /// The rotation of wheel i with the given spin, yaw and body rotation, world; mirrored on the right.
+    /// The rotation of wheel i with the given spin, yaw and body rotation, world; mirrored on the
+    /// right.
     Quatd wheelRotation(std::size_t i, double spin, double yaw, const Quatd& body) const;
     Quatd wheelRotation(std::size_t i) const;
 
@@ -128,13 +130,13 @@ public:
     std::array<WheelUnit, kWheels> unit;
 
     // The state that is recorded under names of its own.
-    SprungAxis heave;                ///< fRelYPos, fRelYVel
-    SprungAxis pitch;                ///< fRelXAng, fRelXAngVel
-    SprungAxis roll;                 ///< fRelZAng, fRelZAngVel
-    Vector3d vAcceleration;          ///< of heave, pitch and roll, in the last sub-step
-    QTransformd qTransCarAbsIncr;    ///< world translation and yaw of a sub-step
-    double fCarLocalYawIncr = 0.0;   ///< yaw of a sub-step
-    double dWantedSkiddingValue = 1.0; ///< grip: 1 follows the wheels at once
+    SprungAxis heave;                      ///< fRelYPos, fRelYVel
+    SprungAxis pitch;                      ///< fRelXAng, fRelXAngVel
+    SprungAxis roll;                       ///< fRelZAng, fRelZAngVel
+    Vector3d vAcceleration;                ///< of heave, pitch and roll, in the last sub-step
+    QTransformd qTransCarAbsIncr;          ///< world translation and yaw of a sub-step
+    double fCarLocalYawIncr = 0.0;         ///< yaw of a sub-step
+    double dWantedSkiddingValue = 1.0;     ///< grip: 1 follows the wheels at once
     double fSkidWantedGasPedalValue = 0.0; ///< what the gas was worth when a skid brake let go
     double dInputFilterMem = 0.0;
     double dGasPedalInputFilterMem = 0.0;
@@ -216,8 +218,8 @@ private:
 
     std::array<double, kWheels> rollDistance_{}; ///< of this tick [m]
     Vector3d guardedBody_;
-    double burnoutMoment_ = 0.0;  ///< of this sub-step; lifts the nose
-    double stiffening_ = 1.0;     ///< of the springs, by the booster in this tick
+    double burnoutMoment_ = 0.0; ///< of this sub-step; lifts the nose
+    double stiffening_ = 1.0;    ///< of the springs, by the booster in this tick
     bool inAirThisTick_ = false;
     bool justLanded_ = false;
 };

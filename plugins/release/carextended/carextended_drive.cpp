@@ -12,7 +12,10 @@ namespace {
 
 constexpr double kBrakeUnit = 30.0; // 1/s of the start value at a brake value of 1, tuned
 
-bool isNegative(double value) { return value < 0.0; }
+bool isNegative(double value)
+{
+    return value < 0.0;
+}
 
 } // namespace
 
@@ -91,8 +94,7 @@ void CCarCam::updateAbsBrake(double dt)
         if (bIsReverseVelAbsBraking)
             bIsReverseVelAbsBraking = held && isNegative(gas) == isNegative(gasInputPrev);
         else
-            bIsReverseVelAbsBraking =
-                held && isNegative(gas) != isNegative(in(GAS_PEDAL).dValue);
+            bIsReverseVelAbsBraking = held && isNegative(gas) != isNegative(in(GAS_PEDAL).dValue);
         if (bIsReverseVelAbsBraking)
             brake(std::abs(gas * strength), dt);
         else

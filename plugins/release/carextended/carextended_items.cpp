@@ -9,11 +9,20 @@ using I = Items<Settings>;
 
 /// A member of the model's parameters, or of a struct in them.
 template <auto Member>
-constexpr auto car = [](S& s) -> auto& { return s.car.*Member; };
+constexpr auto car = [](S& s) -> auto&
+{
+    return s.car.*Member;
+};
 template <auto Member>
-constexpr auto wheels = [](S& s) -> auto& { return s.car.wheels.*Member; };
+constexpr auto wheels = [](S& s) -> auto&
+{
+    return s.car.wheels.*Member;
+};
 template <auto Member>
-constexpr auto follow = [](S& s) -> auto& { return s.car.follow.*Member; };
+constexpr auto follow = [](S& s) -> auto&
+{
+    return s.car.follow.*Member;
+};
 
 using P = CarParameters;
 using W = WheelSettings;
@@ -49,8 +58,7 @@ constexpr std::array kGauges{
 
 constexpr std::array kGeneralModes{
     I::group("General Modes"),
-    I::button(kReInitialize,
-              "Press to enable re-initialization of the car's physical attributes"),
+    I::button(kReInitialize, "Press to enable re-initialization of the car's physical attributes"),
     I::checkBox<&GeneralModes::hideHelpers>("Hide Helpers", "Hides the helper meshes.", kHeard),
     I::checkBox<&GeneralModes::hideDuringRecording>("Hide Helpers During Recording",
                                                     "Hides the helper meshes during a recording."),
@@ -78,8 +86,8 @@ constexpr std::array kAutonomous{
                                                     "TargetMesh.",
                                                     {0.01, 30, 0.01}, kLive),
     I::spinner<follow<&F::dFollowAccRespFact>>("Follow Strength Response Factor",
-                                               "How fast the velocity follows.",
-                                               {0.0001, 1, 0.001}, kLive),
+                                               "How fast the velocity follows.", {0.0001, 1, 0.001},
+                                               kLive),
     I::spinner<follow<&F::dAutoSteeringValueRespFact>>("Auto-Steering Response Factor",
                                                        "How fast the steering follows.",
                                                        {0.0001, 1, 0.001}, kLive),
@@ -105,9 +113,8 @@ constexpr std::array kSteering{
         "How much less the wheels turn at high velocity.", {0, 10, 0.001}, kLive),
     I::spinner<car<&P::dSteeringNoise>>("Steering Noise", "Shakes the steering with the velocity.",
                                         {0, 1000, 0.001}, kLive),
-    I::spinner<&S::dSteeringWheelRotMult>("Steering Wheel Rot Mult",
-                                          "How far the SteeringWheelMesh turns.", {0, 1000, 0.001},
-                                          kLive),
+    I::spinner<&S::dSteeringWheelRotMult>(
+        "Steering Wheel Rot Mult", "How far the SteeringWheelMesh turns.", {0, 1000, 0.001}, kLive),
     I::spinner<car<&P::dTurnBase>>(kTurnBase,
                                    "Moves the point that the 4-wheeler turns round, from the back "
                                    "wheels.",
@@ -130,12 +137,10 @@ constexpr std::array kSuspension{
         "How hard the tires take the edges of the ground. The parameter may cause instability when "
         "too low.",
         {0, 1000, 0.001}, kLive),
-    I::spinner<car<&P::dMaximumForwardTiltAngle>>("Maximum Forward Tilt Angle",
-                                                  "Limits the pitch of the body.",
-                                                  {0, 1.5, 0.0001}, kLive),
-    I::spinner<car<&P::dMaximumSideTiltAngle>>("Maximum Side Tilt Angle",
-                                               "Limits the roll of the body.", {0, 1.5, 0.0001},
-                                               kLive),
+    I::spinner<car<&P::dMaximumForwardTiltAngle>>(
+        "Maximum Forward Tilt Angle", "Limits the pitch of the body.", {0, 1.5, 0.0001}, kLive),
+    I::spinner<car<&P::dMaximumSideTiltAngle>>(
+        "Maximum Side Tilt Angle", "Limits the roll of the body.", {0, 1.5, 0.0001}, kLive),
     I::spinner<car<&P::dBoosterStiffnessMult>>("Booster Stiffness Multiplier",
                                                "How much harder the springs get with the booster.",
                                                {0, 10, 0.001}, kLive),
@@ -191,12 +196,10 @@ constexpr std::array kGeneral{
                                                 {0, 1000, 0.001}, kLive),
     I::spinner<car<&P::dBurnoutShake>>("Burnout Shake", "How much a burnout shakes the body.",
                                        {0, 100, 0.01}, kLive),
-    I::spinner<car<&P::dBurnoutTiltForce>>("Burnout Tilting Force",
-                                           "How strongly a burnout tilts the body.", {0, 100, 0.01},
-                                           kLive),
-    I::spinner<car<&P::dBurnoutFadeoutFactor>>("Burnout Fadeout Factor",
-                                               "How slowly a burnout fades out.", {0, 1, 0.001},
-                                               kLive),
+    I::spinner<car<&P::dBurnoutTiltForce>>(
+        "Burnout Tilting Force", "How strongly a burnout tilts the body.", {0, 100, 0.01}, kLive),
+    I::spinner<car<&P::dBurnoutFadeoutFactor>>(
+        "Burnout Fadeout Factor", "How slowly a burnout fades out.", {0, 1, 0.001}, kLive),
     I::intSpinner<car<&P::iRandomSeedAdder>>("Random Seed Adder",
                                              "Another value gives another shaking.", {0, 10000, 1}),
     I::spinner<car<&P::dWorldAvoidanceSphereRadius>>("World Avoidance Sphere (scale relative)",
@@ -270,6 +273,9 @@ static_assert(isSound(kItems));
 
 } // namespace
 
-std::span<const Item<Settings>> items() { return kItems; }
+std::span<const Item<Settings>> items()
+{
+    return kItems;
+}
 
 } // namespace tvw::rgs::addon::carextended

@@ -60,32 +60,67 @@ Matrix4 centrePlace()
     return onBody(wheelPosition<I>(), {1, 1, 1});
 }
 
-Matrix4 targetPlace() { return placed({0, 0, -8}, {1, 1, 1}); }
-Matrix4 turnBasePlace() { return onBody({0, -kRig.dBodyHeight, kRig.dWheelZ[2]}, {1, 1, 1}); }
-Matrix4 gravityPlace() { return placed({0, 2.5, 0}, {1, 1, 1}); }
-Matrix4 basePlace() { return onBody({0, -kRig.dBodyHeight, 0}, Vector3d{1, 1, 1} * kRig.dCarLength); }
-Matrix4 forcePlace() { return onBody({0, 0.5, 2.0}, {1, 1, 1}); }
+Matrix4 targetPlace()
+{
+    return placed({0, 0, -8}, {1, 1, 1});
+}
+Matrix4 turnBasePlace()
+{
+    return onBody({0, -kRig.dBodyHeight, kRig.dWheelZ[2]}, {1, 1, 1});
+}
+Matrix4 gravityPlace()
+{
+    return placed({0, 2.5, 0}, {1, 1, 1});
+}
+Matrix4 basePlace()
+{
+    return onBody({0, -kRig.dBodyHeight, 0}, Vector3d{1, 1, 1} * kRig.dCarLength);
+}
+Matrix4 forcePlace()
+{
+    return onBody({0, 0.5, 2.0}, {1, 1, 1});
+}
 
 Matrix4 steeringPlace()
 {
     return onBody({-0.35, 0.55, -0.35}, {0.18, 0.18, 0.18}) * rotationMatrix(-25, 1, 0, 0);
 }
 
-Matrix4 topViewPlace() { return onBody({0, 12, 0}, {1, 1, 1}) * rotationMatrix(-90, 1, 0, 0); }
-Matrix4 driverPlace() { return onBody({-0.35, 0.8, 0.1}, {1, 1, 1}); }
-Matrix4 followPlace() { return placed({0, 1.4, kRig.dWheelZ[2] + 7.0}, {1, 1, 1}); }
+Matrix4 topViewPlace()
+{
+    return onBody({0, 12, 0}, {1, 1, 1}) * rotationMatrix(-90, 1, 0, 0);
+}
+Matrix4 driverPlace()
+{
+    return onBody({-0.35, 0.8, 0.1}, {1, 1, 1});
+}
+Matrix4 followPlace()
+{
+    return placed({0, 1.4, kRig.dWheelZ[2] + 7.0}, {1, 1, 1});
+}
 
 constexpr NodeRow child(std::string_view name, CMesh (*mesh)(), Matrix4 (*place)(), bool keyed,
                         Color color = kMovedColor)
 {
-    return {.prefix = {}, .name = name, .mesh = mesh, .color = color, .parent = kCarBodyMesh,
-            .place = place, .keyed = keyed};
+    return {.prefix = {},
+            .name = name,
+            .mesh = mesh,
+            .color = color,
+            .parent = kCarBodyMesh,
+            .place = place,
+            .keyed = keyed};
 }
 
 constexpr NodeRow camera(std::string_view name, int parent, Matrix4 (*place)(), NodeGroup group)
 {
-    return {.prefix = {}, .name = name, .mesh = &shape::camera, .color = kCameraColor,
-            .parent = parent, .kind = nodekind::camera, .group = group, .place = place,
+    return {.prefix = {},
+            .name = name,
+            .mesh = &shape::camera,
+            .color = kCameraColor,
+            .parent = parent,
+            .kind = nodekind::camera,
+            .group = group,
+            .place = place,
             .keyed = parent < 0};
 }
 
@@ -98,19 +133,30 @@ constexpr NodeRow camera(std::string_view name, int parent, Matrix4 (*place)(), 
         child("WheelCenterMesh" POSITION, &shape::wheelCentre, &centrePlace<I>, true)
 
 constexpr NodeRow kNodes[] = {
-    {.prefix = {}, .name = "CarBodyMesh", .mesh = &shape::carBody, .place = &bodyPlace,
+    {.prefix = {},
+     .name = "CarBodyMesh",
+     .mesh = &shape::carBody,
+     .place = &bodyPlace,
      .selected = true},
     child("ChassisRelocatorMesh", &shape::attachPlate, nullptr, false, kReferenceColor),
-    {.prefix = {}, .name = "TargetMesh", .mesh = &shape::target, .color = kReferenceColor,
-     .place = &targetPlace, .keyed = false},
+    {.prefix = {},
+     .name = "TargetMesh",
+     .mesh = &shape::target,
+     .color = kReferenceColor,
+     .place = &targetPlace,
+     .keyed = false},
     WHEEL_SET("_FL", 0),
     WHEEL_SET("_FR", 1),
     WHEEL_SET("_BL", 2),
     WHEEL_SET("_BR", 3),
     child("TurnBaseMesh", &shape::turnBase, &turnBasePlace, true),
     child("SteeringWheelMesh", &shape::steeringWheel, &steeringPlace, true),
-    {.prefix = {}, .name = "GravityDirectionMesh", .mesh = &shape::gravityArrow,
-     .color = kReferenceColor, .place = &gravityPlace, .keyed = false},
+    {.prefix = {},
+     .name = "GravityDirectionMesh",
+     .mesh = &shape::gravityArrow,
+     .color = kReferenceColor,
+     .place = &gravityPlace,
+     .keyed = false},
     child("CarBodyBaseMesh", &shape::basePlane, &basePlace, true),
     child("ExternalForceMesh", &shape::forceArrow, &forcePlace, false, kReferenceColor),
     camera("TopViewCam", kCarBodyMesh, &topViewPlace, NodeGroup::Third),
@@ -122,6 +168,9 @@ static_assert(std::size(kNodes) == kNodeCount);
 
 } // namespace
 
-std::span<const NodeRow> nodeRows() { return kNodes; }
+std::span<const NodeRow> nodeRows()
+{
+    return kNodes;
+}
 
 } // namespace tvw::rgs::addon::carextended

@@ -29,7 +29,10 @@ enum NodeIndex : std::size_t {
 };
 
 /// The row of wheel i's node of a kind.
-constexpr std::size_t wheelRow(NodeIndex kind, std::size_t i) { return kind + 4 * i; }
+constexpr std::size_t wheelRow(NodeIndex kind, std::size_t i)
+{
+    return kind + 4 * i;
+}
 
 std::span<const NodeRow> nodeRows();
 

@@ -1,7 +1,7 @@
 /// What the user sets of the four-wheeler: the configuration's side of `CCarCam`.
 ///
-/// Lengths in metres, times in seconds, angles in rad. "Relative" is to the body's length unless said.
-/// A response is the share of the way per 0.04 s.
+/// Lengths in metres, times in seconds, angles in rad. "Relative" is to the body's length unless
+/// said. A response is the share of the way per 0.04 s.
 #pragma once
 
 #include "plugins/common/input_channel.h"
@@ -31,31 +31,52 @@ enum Channel : std::size_t {
 inline constexpr std::array<InputChannel, kChannels> kChannelDefaults{{
     {.name = "Gas Pedal (Forw/Backw)",
      .tooltip = "How strong and fast the engine is. 0.0 gives an instant velocity.",
-     .dResponseFactor = 0.01, .dMaximum = 3.0},
-    {.name = "Steering Wheel (Right/Left)", .tooltip = "How much and how smoothly the wheels turn",
-     .dResponseFactor = 0.1, .dMaximum = 0.7},
-    {.bUnipolar = true, .name = "Booster",
-     .tooltip = "How much and how fast the velocity will multiply", .dResponseFactor = 0.02,
-     .dMaximum = 6.0},
-    {.bUnipolar = true, .name = "ABS Brake",
-     .tooltip = "Brakes as strong as possible until a full stop", .dResponseFactor = 1.0,
-     .dMaximum = 0.03},
-    {.bUnipolar = true, .name = "Skidding",
-     .tooltip = "How much skidding and how fast it applies", .dResponseFactor = 0.1,
-     .dMaximum = 0.9},
-    {.bUnipolar = true, .name = "Skid Brake", .tooltip = "Locks the wheels",
-     .dResponseFactor = 0.1, .dMaximum = 1.0},
-    {.bUnipolar = true, .name = "Gravel Shake Amplitude", .tooltip = "Gravel Shake Amplitude",
-     .dResponseFactor = 1.0, .dMaximum = 0.05},
-    {.bUnipolar = true, .name = "Burnout",
-     .tooltip = "Creates a burnout where the back wheel(s) spin", .dResponseFactor = 0.03,
+     .dResponseFactor = 0.01,
      .dMaximum = 3.0},
-    {.bUnipolar = true, .name = "External Force",
-     .tooltip = "This input will apply a force in the direction of the 'ExternalForceMesh' direction",
-     .dResponseFactor = 1.0, .dMaximum = 100.0},
+    {.name = "Steering Wheel (Right/Left)",
+     .tooltip = "How much and how smoothly the wheels turn",
+     .dResponseFactor = 0.1,
+     .dMaximum = 0.7},
+    {.bUnipolar = true,
+     .name = "Booster",
+     .tooltip = "How much and how fast the velocity will multiply",
+     .dResponseFactor = 0.02,
+     .dMaximum = 6.0},
+    {.bUnipolar = true,
+     .name = "ABS Brake",
+     .tooltip = "Brakes as strong as possible until a full stop",
+     .dResponseFactor = 1.0,
+     .dMaximum = 0.03},
+    {.bUnipolar = true,
+     .name = "Skidding",
+     .tooltip = "How much skidding and how fast it applies",
+     .dResponseFactor = 0.1,
+     .dMaximum = 0.9},
+    {.bUnipolar = true,
+     .name = "Skid Brake",
+     .tooltip = "Locks the wheels",
+     .dResponseFactor = 0.1,
+     .dMaximum = 1.0},
+    {.bUnipolar = true,
+     .name = "Gravel Shake Amplitude",
+     .tooltip = "Gravel Shake Amplitude",
+     .dResponseFactor = 1.0,
+     .dMaximum = 0.05},
+    {.bUnipolar = true,
+     .name = "Burnout",
+     .tooltip = "Creates a burnout where the back wheel(s) spin",
+     .dResponseFactor = 0.03,
+     .dMaximum = 3.0},
+    {.bUnipolar = true,
+     .name = "External Force",
+     .tooltip =
+         "This input will apply a force in the direction of the 'ExternalForceMesh' direction",
+     .dResponseFactor = 1.0,
+     .dMaximum = 100.0},
 }};
 
-/// Where the rig has its wheels and how large they are; read from the scene when the car starts anew.
+/// Where the rig has its wheels and how large they are; read from the scene when the car starts
+/// anew.
 struct CarRig
 {
     double dCarHeight = 1.002;
@@ -115,9 +136,9 @@ struct CarParameters
 
     // Saved, but without an item.
     bool bGravityOn = true;
-    double dGravityAcc = 9.81;               ///< [m/s^2]
-    double dScaleRelMaxJumpVelocity = 10.0;  ///< body lengths per s
-    double dLandingNeutralizer = 0.8;        ///< what is left after 0.003 s of flight
+    double dGravityAcc = 9.81;                ///< [m/s^2]
+    double dScaleRelMaxJumpVelocity = 10.0;   ///< body lengths per s
+    double dLandingNeutralizer = 0.8;         ///< what is left after 0.003 s of flight
     double dHorizontalRestoringFactor = 0.05; ///< a response
     double dLandingSkiddingFactor = 0.05;
     double dMinGroundDistance = 0.3; ///< of the body's height

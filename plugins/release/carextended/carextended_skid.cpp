@@ -11,7 +11,10 @@ namespace {
 
 constexpr double kFrame = 0.04; // [s], for which the rates per frame were tuned
 
-double sign(double value) { return value < 0.0 ? -1.0 : 1.0; }
+double sign(double value)
+{
+    return value < 0.0 ? -1.0 : 1.0;
+}
 
 double manhattan(const Quatd& a, const Quatd& b)
 {

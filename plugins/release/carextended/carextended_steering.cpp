@@ -48,7 +48,7 @@ void CCarCam::avoidWorldEdge()
 void CCarCam::burnOut(double h)
 {
     constexpr double kNoticeable = 0.001;
-    constexpr double kFadeBase = 0.003;        // [s]
+    constexpr double kFadeBase = 0.003;                      // [s]
     constexpr double kSpin = 0.49 * std::numbers::pi / 0.04; // [rad/s] per unit: just below what a
                                                              // film at 25 frames shows as forward
     constexpr double kLazyResponse = 0.05;

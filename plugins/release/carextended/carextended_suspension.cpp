@@ -15,7 +15,10 @@ constexpr double kLoadLever = 0.25;   // of the body's length, tuned
 
 } // namespace
 
-double CCarCam::mass() const { return std::max(p.dMassMult, kLeastMass) * kMassUnit; }
+double CCarCam::mass() const
+{
+    return std::max(p.dMassMult, kLeastMass) * kMassUnit;
+}
 
 /// Of the centre of mass over the plane.
 double CCarCam::massHeight() const
@@ -100,8 +103,7 @@ void CCarCam::placeBodyAndWheels()
 {
     const Quatd tilt = attitude(pitch.value, roll.value);
     m.qBodyRot = tilt * m.qCarRot;
-    m.vBodyPos =
-        m.vCarPos + rotate(m.qBodyRot, Vector3d{0, heave.value + p.rig.dBodyHeight, 0});
+    m.vBodyPos = m.vCarPos + rotate(m.qBodyRot, Vector3d{0, heave.value + p.rig.dBodyHeight, 0});
     for (std::size_t i = 0; i < kWheels; ++i) {
         CarWheel& wheel = m.wheel[i];
         const Vector3d spoke{0, p.radius(i), 0};
