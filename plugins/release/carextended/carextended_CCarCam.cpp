@@ -116,8 +116,10 @@ void CCarCam::followTarget(const Vector3d& target, double dt)
 
 void CCarCam::update(double dt)
 {
-    for (CarWheel& wheel : m.wheel)
+    for (CarWheel& wheel : m.wheel) {
         wheel.dPitchIncr = 0.0;
+        wheel.dYawPrev = wheel.dYaw;
+    }
     updateInAir(dt);
     updateSkidBrake(dt);
     updateSkiddingState();
