@@ -26,16 +26,21 @@ protected:
         session = *std::move(started);
         pad = &session->addDevice("Pad", {.axes = 8, .buttons = 1});
         car = &create("4WheelerExt");
-        static constexpr const char* kInputs[] = {
-            "Gas Pedal (Forw/Backw)", "Steering Wheel (Right/Left)", "Booster", "ABS Brake",
-            "Skidding", "Skid Brake", "Burnout", "External Force"};
+        static constexpr const char* kInputs[] = {"Gas Pedal (Forw/Backw)",
+                                                  "Steering Wheel (Right/Left)",
+                                                  "Booster",
+                                                  "ABS Brake",
+                                                  "Skidding",
+                                                  "Skid Brake",
+                                                  "Burnout",
+                                                  "External Force"};
         for (int i = 0; i < 8; ++i)
             bindAxis(*car, kInputs[i], i);
     }
 
     void hold(const Hands& h)
     {
-        const double values[] = {h.gas, h.steering, h.booster, h.brake,
+        const double values[] = {h.gas,  h.steering,  h.booster, h.brake,
                                  h.skid, h.skidBrake, h.burnout, h.force};
         for (int i = 0; i < 8; ++i)
             pad->set("Axis", i, values[i]);
