@@ -95,7 +95,7 @@ private:
 
     struct Scales
     {
-        Vector3d turnBase;
+        Vector3d turnBase{1, 1, 1};
         std::array<Vector3d, kWheels> centre, suspension;
     };
     Scales scales_; ///< of nodes that keep their own

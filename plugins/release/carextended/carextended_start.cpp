@@ -48,10 +48,10 @@ bool CCarCamObject::startsAnew(double time)
 
 void CCarCamObject::runStarts(double time)
 {
-    readScales(time);
     readInputs();
     readGravity(time);
     if (reInitialise_) {
+        readScales(time);
         readRig(time);
         cCarCam_.seed(settings.car.iRandomSeedAdder);
         startMoving(time);

@@ -185,6 +185,7 @@ void CCarCamObject::registerRest()
     state().linear("ancCarCampcInput_EXTERNAL_FORCE", car.pcInput[EXTERNAL_FORCE].dValue);
     auto& memory = state().latest("anCarMemory", cCarCam_.m);
     memoryCurve_ = &memory.curve();
+    state().stored("scales", scales_);
     state().undone(reInitialise_);
 }
 

@@ -21,7 +21,7 @@ TEST_F(CarTest, ReachesTheSpeedsOfItsFiltersOnThePlane)
         place(fps);
         drive(20.0, fullGas);
         for (const Case& c : {Case{2.0, 0.80}, {5.0, 1.97}, {10.0, 2.70}, {20.0, 2.98}})
-            EXPECT_NEAR(speed(c.time) / kLength, c.speed, 0.02)
+            EXPECT_NEAR(speed(c.time) / kLength, c.speed, 0.03)
                 << fps << " fps, " << c.time << " s";
     }
 }
@@ -65,14 +65,14 @@ TEST_F(CarTest, BrakesToAStandWithADippingNose)
     };
     for (const Case& c : {Case{"brake pedal", {.brake = 1.0}}, {"reverse gas", {.gas = -1.0}}}) {
         session->stage().setTime(0.0);
-        drive(16.0, [&](double t) { return t < 10.0 ? Hands{.gas = 1.0} : c.brake; });
+        drive(20.0, [&](double t) { return t < 10.0 ? Hands{.gas = 1.0} : c.brake; });
         double deepest = 0.0;
-        for (double t = 10.0; t < 12.0; t += 0.04)
+        for (double t = 10.0; t < 14.0; t += 0.04)
             deepest = std::min(deepest, pitch(t));
         EXPECT_NEAR(deepest, -0.03, 0.01) << c.name;
         EXPECT_GT(speed(10.6), 1.0) << c.name << ": not at once";
         // A gas of 1e-8 is what stands for zero.
-        EXPECT_LT(length(position(16.0) - position(13.0)), 1e-6)
+        EXPECT_LT(length(position(20.0) - position(17.0)), 1e-5)
             << c.name << ": held, not reversed";
     }
 }
