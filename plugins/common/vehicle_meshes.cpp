@@ -63,13 +63,13 @@ CMesh hull(std::span<const Section> sections)
     for (std::int32_t s = 0; s + 1 < static_cast<std::int32_t>(sections.size()); ++s) {
         for (std::int32_t c = 0; c < kCorners; ++c) {
             const std::int32_t next = (c + 1) % kCorners;
-            addQuad(mesh, s * kCorners + c, (s + 1) * kCorners + c, (s + 1) * kCorners + next,
-                    s * kCorners + next);
+            addQuad(mesh, s * kCorners + c, s * kCorners + next, (s + 1) * kCorners + next,
+                    (s + 1) * kCorners + c);
         }
     }
     const auto last = static_cast<std::int32_t>(mesh.vertex.size()) - kCorners;
     for (std::int32_t c = 1; c + 1 < kCorners; ++c) {
-        for (const std::int32_t index : {0, c, c + 1, last, last + c + 1, last + c})
+        for (const std::int32_t index : {0, c + 1, c, last, last + c, last + c + 1})
             mesh.face.push_back(index);
     }
     return mesh;
@@ -96,7 +96,7 @@ CMesh ring(std::span<const Profile> profile)
         const std::int32_t next = (s + 1) % kSegments;
         for (std::int32_t p = 0; p < count; ++p) {
             const std::int32_t q = (p + 1) % count;
-            addQuad(mesh, s * count + p, s * count + q, next * count + q, next * count + p);
+            addQuad(mesh, s * count + p, next * count + p, next * count + q, s * count + q);
         }
     }
     return mesh;
