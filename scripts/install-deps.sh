@@ -6,7 +6,7 @@ packages=(
   # compiler and build
   g++ cmake ninja-build ccache pkg-config git ca-certificates
   # libraries
-  nlohmann-json3-dev qtbase5-dev
+  nlohmann-json3-dev qtbase5-dev libbullet-dev
   # tests
   libgtest-dev libgmock-dev
   # benchmarks and their peers

@@ -251,10 +251,10 @@ MeshTree::MeshTree(std::span<const Vector3d> vertices, std::span<const std::int3
 std::optional<RayHit> MeshTree::rayCast(const Vector3d& origin,
                                         const Vector3d& direction) const noexcept
 {
-    const double size = length(direction);
-    if (nodes_.empty() || !(size > 0.0) || !std::isfinite(size) || !isUsable(origin))
+    const Vector3d unit = unitDirection(direction);
+    if (nodes_.empty() || unit == Vector3d{} || !isUsable(origin))
         return std::nullopt;
-    const Ray ray(origin, direction / size);
+    const Ray ray(origin, unit);
     const Triangle* hit = nullptr;
     double nearest = 1e300;
     std::uint32_t stack[kDepth];

@@ -12,6 +12,7 @@
 #include "util/vector3.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -43,6 +44,17 @@ struct Box
                low.z <= b.high.z && b.low.z <= high.z;
     }
 };
+
+/// The direction of a ray at length 1; one that is so but for a rounding stays as it is, and is not
+/// paid for. (0, 0, 0) when it has no length, or is no number.
+[[nodiscard]] inline Vector3d unitDirection(const Vector3d& direction) noexcept
+{
+    const double square = lengthSquared(direction);
+    if (std::abs(square - 1.0) <= 1e-15)
+        return direction;
+    const double size = std::sqrt(square);
+    return size > 0.0 && std::isfinite(size) ? direction / size : Vector3d{};
+}
 
 struct RayHit
 {
@@ -104,6 +116,8 @@ public:
     [[nodiscard]] std::size_t triangleCount() const noexcept { return triangles_.size(); }
 
 private:
+    friend class FanTree;
+
     struct Node
     {
         Box box;

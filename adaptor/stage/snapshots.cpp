@@ -1,5 +1,6 @@
 #include "adaptor/stage/snapshots.h"
 
+#include "adaptor/stage/ray_fan.h"
 #include "adaptor/stage/stage.h"
 
 #include <algorithm>
@@ -54,6 +55,19 @@ void MeshSnapshot::setMesh(const CMesh& mesh)
 CMesh MeshSnapshot::getMesh()
 {
     return node_->mesh() ? node_->mesh()->mesh() : CMesh{};
+}
+
+std::intptr_t MeshSnapshot::call(std::int32_t code, void* argument)
+{
+    const auto* const fan = static_cast<const MeshRayFan*>(argument);
+    if (code != code::castRayFan || !fan || fan->directions.size() != fan->origins.size() ||
+        fan->distances.size() != fan->origins.size() || fan->normals.size() != fan->origins.size())
+        return 0;
+    if (const StageMesh* const mesh = node_->mesh().get())
+        castRayFan(mesh->tree(), *fan);
+    else
+        std::fill(fan->distances.begin(), fan->distances.end(), -1.0);
+    return 1;
 }
 
 bool MeshSnapshot::rayCast(const Vector3<double>& origin, const Vector3<double>& direction,

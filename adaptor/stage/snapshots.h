@@ -2,6 +2,7 @@
 #pragma once
 
 #include "adaptor/stage/flicks.h"
+#include "core/contract/codes.h"
 #include "core/core_node.h"
 
 #include <memory>
@@ -60,6 +61,8 @@ public:
 class MeshSnapshot final : public core::HostSnapshot<CSnapshot_Mesh>, public SnapshotBase
 {
 public:
+    std::intptr_t call(std::int32_t code, void* argument) override; ///< code 62
+    std::vector<std::int32_t> supportedCodes() override { return {code::castRayFan}; }
     void giveBack() noexcept override { close(); }
     void setMesh(const CMesh& mesh) override;
     CMesh getMesh() override;

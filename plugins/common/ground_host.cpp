@@ -38,29 +38,43 @@ void GroundHost::castFan(std::size_t surface, std::span<const GroundRay> rays, d
         std::fill(out.begin(), out.end(), GroundHit{});
         return;
     }
-    toSurface(surface, rays);
+    toSurface(mParentMesh_inv[surface], rays);
     const double smallest = *std::min_element(scales_.begin(), scales_.end());
     ask(*mesh, smallest > 0.0 ? maxLength / smallest : 0.0);
+    toWorld(mParentMesh[surface], maxLength, out);
+}
+
+void GroundHost::toSurface(const Matrix4& place, std::span<const GroundRay> rays)
+{
+    origins_.resize(rays.size());
+    directions_.resize(rays.size());
+    scales_.resize(rays.size());
+    distances_.resize(rays.size());
+    normals_.resize(rays.size());
     for (std::size_t i = 0; i < rays.size(); ++i) {
-        const bool hit = distances_[i] >= 0.0 && distances_[i] * scales_[i] <= maxLength;
-        out[i] = hit ? toWorldHit(distances_[i], normals_[i], scales_[i], mParentMesh[surface])
-                     : GroundHit{};
+        const SurfaceRay local(rays[i], place);
+        origins_[i] = local.origin;
+        directions_[i] = local.direction;
+        scales_[i] = local.scale;
     }
 }
 
-void GroundHost::toSurface(std::size_t surface, std::span<const GroundRay> rays)
+void GroundHost::toWorld(const Matrix4& place, double maxLength, std::span<GroundHit> out) const
 {
-    origins_.clear();
-    directions_.clear();
-    scales_.clear();
-    for (const GroundRay& ray : rays) {
-        const SurfaceRay local(ray, mParentMesh[surface], mParentMesh_inv[surface]);
-        origins_.push_back(local.origin);
-        directions_.push_back(local.direction);
-        scales_.push_back(local.scale);
+    const Vector3d* last = nullptr; // neighbours mostly hit the same triangle
+    Vector3d normal;
+    for (std::size_t i = 0; i < out.size(); ++i) {
+        const double distance = distances_[i] * scales_[i];
+        if (!(distances_[i] >= 0.0 && distance <= maxLength)) {
+            out[i] = {};
+            continue;
+        }
+        if (!last || !(*last == normals_[i])) {
+            last = &normals_[i];
+            normal = normalise(transformDirection(place, normals_[i]));
+        }
+        out[i] = {distance, normal, true};
     }
-    distances_.resize(rays.size());
-    normals_.resize(rays.size());
 }
 
 void GroundHost::ask(CSnapshot_Mesh& mesh, double maxDistance)

@@ -24,7 +24,8 @@ public:
                  std::span<GroundHit> out) override;
 
 private:
-    void toSurface(std::size_t surface, std::span<const GroundRay> rays);
+    void toSurface(const Matrix4& place, std::span<const GroundRay> rays);
+    void toWorld(const Matrix4& place, double maxLength, std::span<GroundHit> out) const;
     void ask(CSnapshot_Mesh& mesh, double maxDistance);
 
     CInterface& runtime_;

@@ -1,21 +1,93 @@
 #include "plugins/common/ground_sensor.h"
 
+#include "plugins/common/ground_bullet_world.h"
 #include "plugins/common/ground_host.h"
+#include "plugins/common/ground_stored.h"
 #include "plugins/common/ground_surfaces.h"
 
 #include <algorithm>
+#include <new>
+#include <utility>
 
 namespace tvw::rgs {
+
+namespace {
+
+const CGroundTriangleTree kNoTree;
+
+/// Null when one of the surfaces is no mesh with vertices.
+std::unique_ptr<GroundBulletWorld> addSurfaces(std::unique_ptr<GroundBulletWorld> world,
+                                               CInterface& runtime,
+                                               const std::vector<CNode*>& surfaces, double time)
+{
+    for (CNode* const surface : surfaces) {
+        Matrix4 place;
+        const CMesh mesh = readMesh(runtime, *surface, time);
+        if (mesh.numVertexes() == 0 || !readPlace(runtime, *surface, time, place))
+            return nullptr;
+        world->addSurface(mesh, place);
+    }
+    return world;
+}
+
+std::unique_ptr<GroundBulletWorld> makeWorld(CInterface& runtime, CNode* gravityNode,
+                                             const GroundSettings& settings, double time,
+                                             double bodyLength, CNode* ownBody)
+{
+    auto world = std::make_unique<GroundBulletWorld>();
+    if (settings.storedMesh.numFaces() != 0) {
+        world->addSurface(settings.storedMesh, settings.storedMatrix);
+        return world;
+    }
+    std::vector<CNode*> surfaces;
+    collectSurfaces(gravityNode, ownBody, surfaces);
+    if (surfaces.empty())
+        world->addDefaultGround(bodyLength);
+    else
+        world = addSurfaces(std::move(world), runtime, surfaces, time);
+    releaseSurfaces(gravityNode, surfaces);
+    return world;
+}
+
+} // namespace
 
 GroundSensor::GroundSensor() = default;
 GroundSensor::~GroundSensor() = default;
 
 GroundSensor::Problem GroundSensor::beginRun(CInterface& runtime, CNode* gravityNode,
-                                             const GroundSettings&, double, double, CNode* ownBody)
+                                             const GroundSettings& settings, double time,
+                                             double bodyLength, CNode* ownBody)
 {
     endRun();
-    source_ = std::make_unique<GroundHost>(runtime, gravityNode, ownBody);
-    return Problem::None;
+    if (settings.storedMesh.numFaces() == 0) {
+        tree_.reset();
+        treeMesh_ = CMesh();
+    }
+    Problem problem = Problem::None;
+    if (settings.useStaticMesh) {
+        try {
+            source_ = makeWorld(runtime, gravityNode, settings, time, bodyLength, ownBody);
+            problem = source_ ? Problem::None : Problem::UnsupportedSurface;
+        } catch (const std::bad_alloc&) {
+            source_ = std::make_unique<GroundStored>(kNoTree, Matrix4());
+            problem = Problem::NoWorld;
+        }
+    } else if (settings.storedMesh.numFaces() != 0) {
+        source_ =
+            std::make_unique<GroundStored>(treeOf(settings.storedMesh), settings.storedMatrix);
+    }
+    if (!source_)
+        source_ = std::make_unique<GroundHost>(runtime, gravityNode, ownBody);
+    return problem;
+}
+
+const CGroundTriangleTree& GroundSensor::treeOf(const CMesh& mesh)
+{
+    if (!tree_ || !(treeMesh_ == mesh)) {
+        tree_ = std::make_unique<CGroundTriangleTree>(mesh);
+        treeMesh_ = mesh;
+    }
+    return *tree_;
 }
 
 void GroundSensor::endRun()

@@ -19,6 +19,7 @@
 
 namespace tvw::rgs {
 
+class CGroundTriangleTree;
 class GroundSource;
 
 struct GroundRay
@@ -39,8 +40,8 @@ struct GroundSettings
 {
     bool useStaticMesh = true;  ///< "Use Fast Ray Cast"
     bool storeMeshData = false; ///< "Store Ground Mesh Data"
-    CMesh storedMesh;
-    Matrix4 storedMatrix; ///< world matrix of the surface when the copy was taken
+    CMesh storedMesh{};
+    Matrix4 storedMatrix{}; ///< world matrix of the surface when the copy was taken
 };
 
 class GroundSensor
@@ -61,7 +62,8 @@ public:
                      double time, double bodyLength, CNode* ownBody);
     void endRun();
 
-    /// The surfaces' places at the time of the tick; their snapshots are held until `endTick`.
+    /// The surfaces and their places at the time of the tick [s]; their snapshots are held until
+    /// `endTick`. In host mode a surface that is linked or deleted in a run counts from here on.
     void beginTick(double time);
     void endTick();
 
@@ -84,7 +86,11 @@ public:
                                  GroundSettings& settings);
 
 private:
-    std::unique_ptr<GroundSource> source_; ///< null: no run
+    const CGroundTriangleTree& treeOf(const CMesh& mesh);
+
+    std::unique_ptr<CGroundTriangleTree> tree_; ///< of the last stored copy, for the next run too
+    CMesh treeMesh_;                            ///< that copy
+    std::unique_ptr<GroundSource> source_;      ///< null: no run
 };
 
 } // namespace tvw::rgs

@@ -39,13 +39,15 @@ struct SurfaceRay
     Vector3d direction; ///< of unit length
     double scale;       ///< metres of the world for each unit along it; 0: the surface is flattened
 
-    SurfaceRay(const GroundRay& ray, const Matrix4& toWorld, const Matrix4& toSurface)
+    SurfaceRay(const GroundRay& ray, const Matrix4& toSurface)
         : origin(transformPoint(toSurface, ray.origin)),
           direction(transformDirection(toSurface, ray.direction))
     {
+        // Back through the surface's matrix this direction is the ray's own, divided by its length
+        // here: so that is the scale, at half the price.
         const double size = length(direction);
-        direction = size > 0.0 ? direction / size : Vector3d{};
-        scale = length(transformDirection(toWorld, direction));
+        scale = size > 0.0 ? 1.0 / size : 0.0;
+        direction *= scale;
     }
 };
 

@@ -1,0 +1,22 @@
+/// Many rays that lie close together against one mesh, in one go.
+///
+/// A wheel asks for dozens of rays within its own radius: they go down the tree together, and where
+/// few triangles lie under them each triangle is tested against all rays, four in the lanes of a
+/// vector. Where more do, the fan is halved until they are few or four rays are left, which then
+/// walk the tree as one. Answers are those of `MeshTree::rayCast`, to the bit, with and without
+/// AVX2.
+#pragma once
+
+#include "adaptor/stage/mesh_tree.h"
+#include "core/contract/codes.h"
+
+namespace tvw::rgs::stage {
+
+/// Fills `fan.distances` and `fan.normals`, whose length is that of the rays. Allocates nothing;
+/// may run on several threads.
+void castRayFan(const MeshTree& tree, const MeshRayFan& fan) noexcept;
+
+/// The same by the baseline instructions alone: what a machine without AVX2 runs.
+void castRayFanBaseline(const MeshTree& tree, const MeshRayFan& fan) noexcept;
+
+} // namespace tvw::rgs::stage

@@ -1,0 +1,265 @@
+#include "plugins/common/ground_bullet_world.h"
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion"
+#pragma GCC diagnostic ignored "-Wshadow"
+#pragma GCC diagnostic ignored "-Wdouble-promotion"
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+#include <btBulletDynamicsCommon.h>
+#pragma GCC diagnostic pop
+
+#include <algorithm>
+#include <cmath>
+
+namespace tvw::rgs {
+
+namespace {
+
+static_assert(sizeof(btScalar) == sizeof(double), "link bullet-float64");
+
+constexpr double kWorldEdge = 1000.0;      ///< half an edge of the broad phase's box [m]
+constexpr unsigned short kHandles = 16384; ///< bodies
+constexpr double kFriction = 0.5;
+constexpr double kRestitution = 0.5;
+constexpr int kGroundGroup = 2;
+constexpr int kGroundMask = 3;
+constexpr double kDefaultGroundEdge = 1000.0; ///< half an edge, in lengths of the body
+
+/// A shape's own indices have 21 bits for the triangle and 10 for the part that it is in.
+constexpr std::size_t kTrianglesInPart = std::size_t{1} << 20;
+
+btVector3 toBullet(const Vector3d& v)
+{
+    return {v.x, v.y, v.z};
+}
+Vector3d fromBullet(const btVector3& v)
+{
+    return {v.x(), v.y(), v.z()};
+}
+
+bool isFinite(const Vector3d& v)
+{
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
+
+/// A place as Bullet has it: a rotation with translation, a scale of the shape, and what neither
+/// can hold worked into the shape's vertices.
+struct Split
+{
+    explicit Split(const Matrix4& place) : rigid(orthonormalise(place)), scale(scaleOf(place))
+    {
+        const Vector3d x = rigid.axis(0);
+        const Vector3d y = rigid.axis(1);
+        const Vector3d z = rigid.axis(2);
+        constexpr double kSquare = 1e-12; // of the cosine between two axes
+        const bool isSkewed = std::abs(dot(x, y)) > kSquare || std::abs(dot(y, z)) > kSquare ||
+                              std::abs(dot(z, x)) > kSquare;
+        if (isSkewed || scale.x == 0.0 || scale.y == 0.0 || scale.z == 0.0) {
+            baked = place;
+            setTranslation(baked, {});
+            rigid = Matrix4();
+            setTranslation(rigid, translationOf(place));
+            scale = {1.0, 1.0, 1.0};
+        }
+    }
+
+    btTransform transform() const
+    {
+        btTransform out;
+        out.setFromOpenGLMatrix(rigid.m);
+        return out;
+    }
+
+    Matrix4 rigid;
+    Vector3d scale;
+    Matrix4 baked; ///< goes over the vertices first
+};
+
+} // namespace
+
+/// A shape and what it refers to but does not copy.
+class GroundBulletWorld::triMeshStorage
+{
+public:
+    triMeshStorage(const CMesh& mesh, const Split& place)
+    {
+        takeVertices(mesh, place.baked);
+        takeFaces(mesh);
+        if (indices_.empty())
+            return;
+        addParts();
+        // Before the shape is made: to scale it afterwards would build its tree a second time.
+        array_.setScaling(toBullet(place.scale));
+        shape_ = std::make_unique<btBvhTriangleMeshShape>(&array_, true, true);
+        shape_->setLocalScaling(toBullet(place.scale));
+    }
+    triMeshStorage(const triMeshStorage&) = delete;
+    triMeshStorage& operator=(const triMeshStorage&) = delete;
+    virtual ~triMeshStorage() = default;
+
+    btCollisionShape* shape() { return shape_.get(); } ///< null: no triangle
+
+private:
+    struct Vertex
+    {
+        double x, y, z, pad;
+    };
+
+    void takeVertices(const CMesh& mesh, const Matrix4& baked)
+    {
+        vertices_.reserve(mesh.vertex.size());
+        for (const Vector3d& v : mesh.vertex) {
+            const Vector3d p = transformDirection(baked, v);
+            vertices_.push_back({p.x, p.y, p.z, 0.0});
+        }
+    }
+
+    void takeFaces(const CMesh& mesh)
+    {
+        const auto isKnown = [&](std::int32_t i) {
+            return i >= 0 && static_cast<std::size_t>(i) < mesh.vertex.size() &&
+                   isFinite(mesh.vertex[i]);
+        };
+        indices_.reserve(mesh.face.size());
+        for (std::size_t i = 0; i + 2 < mesh.face.size(); i += 3) {
+            const std::int32_t* const corner = &mesh.face[i];
+            if (isKnown(corner[0]) && isKnown(corner[1]) && isKnown(corner[2]))
+                indices_.insert(indices_.end(), corner, corner + 3);
+        }
+    }
+
+    void addParts()
+    {
+        const std::size_t triangles = indices_.size() / 3;
+        for (std::size_t first = 0; first < triangles; first += kTrianglesInPart) {
+            btIndexedMesh part;
+            part.m_numTriangles = static_cast<int>(std::min(kTrianglesInPart, triangles - first));
+            part.m_triangleIndexBase = reinterpret_cast<const unsigned char*>(&indices_[3 * first]);
+            part.m_triangleIndexStride = 3 * sizeof(std::int32_t);
+            part.m_numVertices = static_cast<int>(vertices_.size());
+            part.m_vertexBase = reinterpret_cast<const unsigned char*>(vertices_.data());
+            part.m_vertexStride = sizeof(Vertex);
+            array_.addIndexedMesh(part, PHY_INTEGER);
+        }
+    }
+
+    btTriangleIndexVertexArray array_;
+    std::vector<Vertex> vertices_;
+    std::vector<std::int32_t> indices_;
+    std::unique_ptr<btBvhTriangleMeshShape> shape_;
+};
+
+/// One surface inside the world.
+class GroundBulletWorld::CollisionObjects
+{
+public:
+    CollisionObjects(const CMesh& mesh, const Split& place)
+        : storage_(mesh, place), motion_(place.transform())
+    {
+        if (!storage_.shape())
+            return;
+        btRigidBody::btRigidBodyConstructionInfo info(0.0, &motion_, storage_.shape());
+        info.m_friction = kFriction;
+        info.m_restitution = kRestitution;
+        body_ = std::make_unique<btRigidBody>(info);
+        body_->setCollisionFlags(btCollisionObject::CF_KINEMATIC_OBJECT);
+        body_->setActivationState(DISABLE_DEACTIVATION);
+    }
+
+    btRigidBody* body() { return body_.get(); } ///< null: no triangle
+
+private:
+    triMeshStorage storage_;
+    btDefaultMotionState motion_;
+    std::unique_ptr<btRigidBody> body_;
+};
+
+class GroundBulletWorld::CPhysicsWorld
+{
+public:
+    CPhysicsWorld()
+        : configuration_(std::make_unique<btDefaultCollisionConfiguration>()),
+          dispatcher_(std::make_unique<btCollisionDispatcher>(configuration_.get())),
+          broadphase_(std::make_unique<btAxisSweep3>(
+              btVector3(-kWorldEdge, -kWorldEdge, -kWorldEdge),
+              btVector3(kWorldEdge, kWorldEdge, kWorldEdge), kHandles)),
+          solver_(std::make_unique<btSequentialImpulseConstraintSolver>()),
+          world_(std::make_unique<btDiscreteDynamicsWorld>(dispatcher_.get(), broadphase_.get(),
+                                                           solver_.get(), configuration_.get())),
+          raycaster_(world_.get())
+    {
+    }
+    CPhysicsWorld(const CPhysicsWorld&) = delete;
+    CPhysicsWorld& operator=(const CPhysicsWorld&) = delete;
+
+    /// From the outside in.
+    ~CPhysicsWorld()
+    {
+        for (const auto& object : objects_)
+            world_->removeRigidBody(object->body());
+        objects_.clear();
+        world_.reset();
+        solver_.reset();
+        broadphase_.reset();
+        dispatcher_.reset();
+        configuration_.reset();
+    }
+
+    void add(const CMesh& mesh, const Matrix4& place)
+    {
+        auto object = std::make_unique<CollisionObjects>(mesh, Split(place));
+        if (!object->body())
+            return;
+        world_->addRigidBody(object->body(), kGroundGroup, kGroundMask);
+        objects_.push_back(std::move(object));
+    }
+
+    GroundHit cast(const GroundRay& ray, double maxLength)
+    {
+        btVehicleRaycaster::btVehicleRaycasterResult result;
+        const btVector3 from = toBullet(ray.origin);
+        const btVector3 to = toBullet(ray.origin + ray.direction * maxLength);
+        if (!raycaster_.castRay(from, to, result))
+            return {};
+        return {result.m_distFraction * maxLength, fromBullet(result.m_hitNormalInWorld), true};
+    }
+
+private:
+    std::unique_ptr<btDefaultCollisionConfiguration> configuration_;
+    std::unique_ptr<btCollisionDispatcher> dispatcher_;
+    std::unique_ptr<btAxisSweep3> broadphase_;
+    std::unique_ptr<btSequentialImpulseConstraintSolver> solver_;
+    std::unique_ptr<btDiscreteDynamicsWorld> world_;
+    btDefaultVehicleRaycaster raycaster_;
+    std::vector<std::unique_ptr<CollisionObjects>> objects_;
+};
+
+GroundBulletWorld::GroundBulletWorld() : world_(std::make_unique<CPhysicsWorld>())
+{
+    addPlace(Matrix4());
+}
+
+GroundBulletWorld::~GroundBulletWorld() = default;
+
+void GroundBulletWorld::addSurface(const CMesh& mesh, const Matrix4& place)
+{
+    world_->add(mesh, place);
+}
+
+void GroundBulletWorld::addDefaultGround(double bodyLength)
+{
+    const double edge = kDefaultGroundEdge * bodyLength;
+    CMesh quad;
+    quad.vertex = {{edge, 0, edge}, {edge, 0, -edge}, {-edge, 0, -edge}, {-edge, 0, edge}};
+    quad.face = {0, 1, 2, 2, 3, 0};
+    world_->add(quad, Matrix4());
+}
+
+void GroundBulletWorld::castFan(std::size_t, std::span<const GroundRay> rays, double maxLength,
+                                std::span<GroundHit> out)
+{
+    for (std::size_t i = 0; i < rays.size(); ++i)
+        out[i] = world_->cast(rays[i], maxLength);
+}
+
+} // namespace tvw::rgs
