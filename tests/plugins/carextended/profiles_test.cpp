@@ -97,8 +97,8 @@ TEST_F(CarFiles, SavesUnderTheNamesOfItsFilesAndReadsThemBack)
                           {"ancCarCamqTransCarAbsIncr", 18},
                           {"cCarCambAutonomousMode", 40},
                           {"bSaveDynamicData", 54},
-                          {"cMesh_storedGroundMesh", 88},
-                          {"bGroundReleaseOn", 92}})
+                          {"cMesh_storedGroundMesh", 89},
+                          {"bGroundReleaseOn", 93}})
         EXPECT_EQ(chunk.memberAt(c.place).name(), c.name);
     EXPECT_EQ(chunk.member("wheelstore").memberCount(), 4U);
 
