@@ -85,6 +85,24 @@ TEST_F(CarOnGround, FliesOffARampAndLandsLevel)
     EXPECT_NEAR(pitch(6.2), 0.0, 0.005);
 }
 
+TEST_F(CarOnGround, ResimulatesOverEdgesAndThroughTheAir)
+{
+    for (const bool fast : {false, true}) {
+        place(25.0);
+        ground(strip({{-800, 0}, {-40.1, 0}, {-40, 2}, {-20, 0}, {-10, 0.1}, {-10, 0}, {300, 0}}),
+               {}, fast);
+        set(*car, "Initital Velocity (% of max)", 100);
+        const auto hands = [](double t) { return Hands{.gas = 1.0, .steering = 0.1 * wobble(t)}; };
+        drive(6.0, hands);
+        const auto take = allKeys();
+        for (const double from : {0.0, 1.0, 3.0, 4.0, 4.4}) {
+            resimulate(from, 6.0);
+            for (const auto& [name, keys] : allKeys())
+                ASSERT_TRUE(keys == take.at(name)) << name << " from " << from << ", fast " << fast;
+        }
+    }
+}
+
 TEST_F(CarOnGround, AWheelOverALedgeHangsNoFurtherThanItsSpring)
 {
     ground(strip({{-20, 0}, {300, 0}})); // nothing ahead of z = -20
