@@ -1,5 +1,6 @@
 #include "plugins/tool_table.h"
 
+#include "plugins/release/carextended/carextended_CCarCamPlugin.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamPlugin.h"
 #include "plugins/release/sinusoid/sinusoid_CSinusoidPlugin.h"
 #include "plugins/release/steadycam/steadycam_CSteadyCamPlugin.h"
@@ -15,6 +16,7 @@ CCameraPlugin* make()
 }
 
 constexpr MakePlugin kTools[] = {
+    &make<addon::CCarCamPlugin>,
     &make<addon::CMotionFilterCamPlugin>,
     &make<addon::CSteadyCamPlugin>,
     &make<addon::CSinusoidPlugin>,

@@ -48,6 +48,7 @@ struct Item
     Bounds bounds{0, 0, 1};
     unsigned flags = kPlain;
     std::span<const std::string_view> choices{};
+    std::string_view tooltipEnd{}; ///< stands behind the tooltip, as the owner stands before the label
 
     std::string fullLabel() const { return std::string(owner).append(label); }
 };
@@ -216,7 +217,7 @@ void declareItems(CInterface& runtime, std::span<const Item<S>> items, S& settin
         CInterface::Callback* const heardBy = item.flags & kHeard ? callback : nullptr;
         const bool live = item.flags & kLive;
         const Bounds& b = item.bounds;
-        const std::string tooltip(item.tooltip);
+        const std::string tooltip = std::string(item.tooltip).append(item.tooltipEnd);
         switch (item.kind) {
         case ItemKind::Group:
             runtime.beginGroup(item.fullLabel(), tooltip);

@@ -134,7 +134,8 @@ bool ToolObject::startsAnew(double) { return false; }
 void ToolObject::tick(double time)
 {
     step(time);
-    state_.record(time);
+    if (recordsState())
+        state_.record(time);
     for (Control* const output : outputs_)
         call(code::updateOutput, output);
     runtime().updateConfiguration();

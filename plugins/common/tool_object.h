@@ -105,6 +105,9 @@ protected:
     /// One frame: inputs, model, nodes. The registered variables are recorded at `time` afterwards.
     virtual void step(double time) = 0;
 
+    /// Whether the ticks record the registered variables; without it a run can't be continued.
+    virtual bool recordsState() const { return true; }
+
     virtual void runEnds() {}
 
     /// The host's time moved, in a run or not. Only read the time lines.
@@ -136,13 +139,15 @@ protected:
     /// A tool that needs a node class of its own puts it in place of the row's, in its constructor.
     void setNode(std::size_t row, std::unique_ptr<SceneNode> node) { nodes_[row] = std::move(node); }
 
+    /// Shows or hides the nodes of a group at once, without undo.
+    void applyHiding(NodeGroup group, bool hidden);
+
     /// Pushes the record that replays `label` on undo and redo, before the action is done.
     void pushAction(std::string_view label);
 
 private:
     void declareInputs();
     void declareOutputs();
-    void applyHiding(NodeGroup group, bool hidden);
     const HideSwitch* findSwitch(std::string_view label) const;
     bool isSharedAction(std::string_view label) const;
     void applySharedAction(std::string_view label);

@@ -1,0 +1,240 @@
+#include "plugins/common/wheel_unit.h"
+
+#include "util/filters.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace tvw::rgs {
+
+namespace {
+
+constexpr double kRayReach = 1000.0;  // how far a ray looks, in its own scale
+constexpr std::size_t kUsualFan = 64; // rays: three fans of 19
+constexpr double kLeastSlant = 1e-3;  // a wheel nearer to lying flat finds no plane
+
+double reachOf(const WheelMount& mount, const WheelSettings& settings)
+{
+    return (settings.fRelMaxBumperLen + 1.0) * mount.radius * kRayReach;
+}
+
+/// The furthest drop of a wheel that touches; no limit with a suspension of length 0.
+double travelOf(const WheelMount& mount, const WheelSettings& settings)
+{
+    return settings.fRelMaxBumperLen != 0.0 ? settings.fRelMaxBumperLen * mount.radius
+                                            : std::numeric_limits<double>::infinity();
+}
+
+double extensionOf(const WheelMount& mount, const WheelSettings& settings, double dt)
+{
+    return settings.dMaximumSpringChangeVelocityRel * mount.radius * dt;
+}
+
+} // namespace
+
+WheelUnit::WheelUnit()
+{
+    rays_.reserve(kUsualFan);
+    rim_.reserve(kUsualFan);
+    hits_.reserve(kUsualFan);
+}
+
+void WheelUnit::settle(const Vector3d& centre, const Vector3d& bottom)
+{
+    memory = {};
+    memory.height = memory.heightBefore = centre.y;
+    memory.bottom = bottom;
+    contact = {.centre = centre, .hit = bottom};
+}
+
+void WheelUnit::update(const WheelMount& mount, const WheelSettings& settings, GroundSensor& ground,
+                       double dt)
+{
+    contact.normal = {0, 1, 0};
+    contact.outOfReach = false;
+    memory.lastDrop = memory.CurrDelta;
+    if (ground.isPlane()) {
+        standOnPlane(mount);
+    } else {
+        const bool found = findGround(mount, settings, ground);
+        takeDrop(mount, settings, found, dt);
+        climbEdges(mount, settings, ground);
+        if (!contact.bInTheAir) {
+            // A factor of 1 and more is "at once"; beyond the number of sub-steps it would
+            // overshoot.
+            double drop = memory.lastDrop;
+            response(drop, memory.CurrDeltaW, std::min(settings.fSurfaceEdgeResponseFactor, 1.0),
+                     dt);
+            memory.CurrDelta = drop;
+        }
+    }
+    if (settings.bGroundReleaseOn)
+        releaseGround(mount, settings, dt);
+    contact.centre = mount.rest - mount.Y * memory.CurrDelta;
+    if (contact.outOfReach || ground.isPlane())
+        contact.hit = contact.centre - mount.Y * mount.radius;
+}
+
+double WheelUnit::roll(const Vector3d& centre, const Vector3d& bottom)
+{
+    const double travelled = length(bottom - memory.bottom);
+    memory.bottom = bottom;
+    memory.heightBefore = memory.height;
+    memory.height = centre.y;
+    return travelled;
+}
+
+void WheelUnit::standOnPlane(const WheelMount& mount)
+{
+    const double down = mount.Y.y; // -D.y
+    contact.bInTheAir = false;
+    if (down > kLeastSlant)
+        memory.CurrDelta = mount.rest.y / down - mount.radius;
+    memory.CurrDeltaW = memory.CurrDelta;
+}
+
+/// Where a wheel has fallen fast, its ray must start above the ground that it may have passed.
+double WheelUnit::firstLift(const WheelMount& mount) const
+{
+    const double fall = memory.heightBefore - memory.height;
+    return fall > 2.0 * mount.radius ? mount.lift + 2.0 * fall : mount.lift;
+}
+
+bool WheelUnit::castHub(const WheelMount& mount, const WheelSettings& settings,
+                        GroundSensor& ground, std::size_t surface, double& drop,
+                        GroundHit& hit) const
+{
+    const double highest = 2.0 * mount.bodyLength;
+    const double raise = std::max(mount.lift, 0.01 * mount.bodyLength);
+    for (double above = firstLift(mount);; above += raise) {
+        const GroundRay ray{mount.rest + mount.Y * above, -mount.Y};
+        hit.hit = ground.castGroundRay(surface, ray, reachOf(mount, settings) + above,
+                                       &hit.distance, &hit.normal);
+        if (hit.hit) {
+            drop = hit.distance - above - mount.radius;
+            return true;
+        }
+        if (!(above < highest))
+            return false;
+    }
+}
+
+/// The highest ground under the hub: the drop as measured, its normal and point.
+bool WheelUnit::findGround(const WheelMount& mount, const WheelSettings& settings,
+                           GroundSensor& ground)
+{
+    bool found = false;
+    for (std::size_t surface = 0; surface < ground.surfaceCount(); ++surface) {
+        double drop = 0.0;
+        GroundHit hit;
+        if (!castHub(mount, settings, ground, surface, drop, hit))
+            continue;
+        if (found && drop >= memory.CurrDeltaW)
+            continue;
+        found = true;
+        memory.CurrDeltaW = drop;
+        contact.normal = hit.normal;
+        contact.hit = mount.rest - mount.Y * (drop + mount.radius);
+    }
+    return found;
+}
+
+/// A wheel in reach takes the drop that was measured; one that hangs sinks no faster than it may.
+void WheelUnit::takeDrop(const WheelMount& mount, const WheelSettings& settings, bool found,
+                         double dt)
+{
+    const double furthest = settings.fRelMaxBumperLen * mount.radius;
+    const bool reaches =
+        found && (!mount.gravityOn || memory.CurrDeltaW < travelOf(mount, settings));
+    contact.bInTheAir = !reaches;
+    contact.outOfReach = !reaches;
+    if (reaches)
+        memory.CurrDelta = memory.CurrDeltaW;
+    else if (!found)
+        memory.CurrDelta = memory.CurrDeltaW = furthest;
+    else
+        memory.CurrDelta = memory.CurrDeltaW =
+            std::min(furthest, memory.lastDrop + extensionOf(mount, settings, dt));
+    if (!found)
+        contact.normal = {0, 1, 0};
+}
+
+void WheelUnit::fillFan(const WheelMount& mount, const WheelSettings& settings,
+                        const Vector3d& centre)
+{
+    constexpr double kQuarter = std::numbers::pi / 2;
+    const double step = settings.dDegsPerRay / 180.0 * std::numbers::pi;
+    int count = settings.iRayMultiplier - 1;
+    if (count * step > kQuarter)
+        count = static_cast<int>(kQuarter / step);
+    const int outer = settings.bAddRaysAtWheelEdges ? 1 : 0;
+    rays_.clear();
+    rim_.clear();
+    for (int side = -outer; side <= outer; ++side) {
+        const Vector3d origin = centre + mount.X * (mount.width * 0.5 * side);
+        for (int k = -count; k <= count; ++k) {
+            if (side == 0 && k == 0)
+                continue;
+            const double angle = k * step;
+            const Vector3d half = mount.X * std::sin(angle / 2);
+            rays_.push_back(
+                {origin, rotate(Quatd{half.x, half.y, half.z, std::cos(angle / 2)}, -mount.Y)});
+            rim_.push_back({std::sin(angle), std::cos(angle)});
+        }
+    }
+    hits_.resize(rays_.size());
+}
+
+/// Ground that the tyre would cut into lifts the wheel: by as much as the deepest cut asks for.
+void WheelUnit::climbEdges(const WheelMount& mount, const WheelSettings& settings,
+                           GroundSensor& ground)
+{
+    if (settings.iRayMultiplier <= 1)
+        return;
+    const Vector3d centre = mount.rest - mount.Y * memory.CurrDeltaW;
+    fillFan(mount, settings, centre);
+    const double radius = mount.radius;
+    double highest = 0.0;
+    bool touches = false;
+    for (std::size_t surface = 0; surface < ground.surfaceCount(); ++surface) {
+        ground.castFan(surface, rays_, radius, hits_);
+        for (std::size_t i = 0; i < rays_.size(); ++i) {
+            const double q = hits_[i].distance;
+            if (!hits_[i].hit || q >= radius)
+                continue;
+            const double across = q * rim_[i].sine;
+            const double lift = std::sqrt(radius * radius - across * across) - q * rim_[i].cosine;
+            if (touches && lift <= highest)
+                continue;
+            touches = true;
+            highest = lift;
+            contact.normal = hits_[i].normal;
+            contact.hit = rays_[i].origin + rays_[i].direction * q;
+        }
+    }
+    if (!touches)
+        return;
+    contact.bInTheAir = contact.outOfReach = false;
+    memory.CurrDeltaW -= highest;
+    memory.CurrDelta = memory.CurrDeltaW;
+}
+
+/// Neither further than the spring is long, nor faster than it extends.
+void WheelUnit::releaseGround(const WheelMount& mount, const WheelSettings& settings, double dt)
+{
+    const double travel = travelOf(mount, settings);
+    if (memory.CurrDelta > travel) {
+        contact.outOfReach = true;
+        contact.bInTheAir = true;
+        memory.CurrDelta = travel;
+    }
+    const double extension = extensionOf(mount, settings, dt);
+    if (extension != 0.0 && memory.CurrDelta - memory.lastDrop > extension) {
+        memory.CurrDelta = memory.lastDrop + extension;
+        contact.bInTheAir = true;
+    }
+}
+
+} // namespace tvw::rgs

@@ -1,0 +1,129 @@
+#include "tests/plugins/carextended/car_fixture.h"
+
+namespace tvw::rgs::tests {
+namespace {
+
+/// A strip 200 m wide along Z from its profile: (z, y) from far ahead to behind.
+CMesh strip(const std::vector<std::pair<double, double>>& profile)
+{
+    CMesh mesh;
+    for (const auto& [z, y] : profile) {
+        mesh.vertex.push_back({-100, y, z});
+        mesh.vertex.push_back({100, y, z});
+    }
+    for (std::int32_t i = 0; i + 3 < static_cast<std::int32_t>(mesh.vertex.size()); i += 2) {
+        for (const std::int32_t index : {i, i + 2, i + 1, i + 1, i + 2, i + 3})
+            mesh.face.push_back(index);
+    }
+    return mesh;
+}
+
+class CarOnGround : public CarTest
+{
+protected:
+    void ground(const CMesh& mesh, const Matrix4& place = {}, bool fast = false)
+    {
+        stage::StageNode& surface = session->stage().addMesh("Ground", mesh, place);
+        node(*car, "GravityDirectionMesh").setParent(&surface);
+        set(*car, "Use Fast Ray Cast", fast);
+        set(*car, "Gravel Shake Offset Value", 0);
+    }
+};
+
+TEST_F(CarOnGround, StandsOnASlopeAtEveryHeading)
+{
+    for (int heading = 0; heading < 360; heading += 45) {
+        place(25.0);
+        const Matrix4 tilt = rotationMatrix(5, 0, 0, 1);
+        ground(strip({{-300, 0}, {300, 0}}), tilt);
+        Matrix4 pose = scaled(tilt * rotationMatrix(heading, 0, 1, 0), {kLength, kLength, kLength});
+        setTranslation(pose, transformDirection(tilt, {0, 0.15, 0}));
+        node(*car, "CarBodyMesh").setWorld(pose, 0.0, false);
+        drive(20.0, [](double) { return Hands{}; });
+        EXPECT_LT(length(position(20.0) - position(0.0)), 0.01) << heading << " degrees";
+        EXPECT_LT(length(position(20.0) - position(10.0)), 1e-5) << heading << " degrees";
+    }
+}
+
+TEST_F(CarOnGround, ClimbsAKerbWithTheWheelsBeforeIt)
+{
+    constexpr double kHeight = 0.1;
+    constexpr double kEdge = -20.0;
+    constexpr double kRadius = 0.247;
+    for (const bool rays : {true, false}) {
+        place(25.0);
+        ground(strip({{-300, kHeight}, {kEdge, kHeight}, {kEdge, 0}, {300, 0}}), {}, rays);
+        if (!rays)
+            set(*car, "Ray Multiplier", 1);
+        drive(16.0, [](double t) { return Hands{.gas = t > 0 ? 0.4 : 0.0}; });
+        double before = 0.0;
+        for (double t = 0; t < 14; t += 0.04) {
+            const Vector3d wheel = translationOf(node(*car, "WheelMesh_FL").world(t));
+            if (wheel.z > kEdge)
+                before = std::max(before, wheel.y - kRadius);
+        }
+        EXPECT_EQ(before > 0.02, rays) << "the rim feels the edge before the hub is over it";
+        EXPECT_NEAR(position(16.0).y, 0.15 + kHeight, 0.02) << rays;
+    }
+}
+
+TEST_F(CarOnGround, FliesOffARampAndLandsLevel)
+{
+    ground(strip({{-800, 0}, {-40.1, 0}, {-40, 2}, {-20, 0}, {300, 0}}));
+    set(*car, "Initital Velocity (% of max)", 100);
+    drive(8.0, [](double) { return Hands{.gas = 1.0}; });
+    // In flight all wheels hang; two equal spans give the acceleration.
+    const auto y = [&](double t) { return position(t).y; };
+    constexpr double kSpan = 0.08;
+    const double fall = (y(4.36) - 2 * y(4.36 - kSpan) + y(4.36 - 2 * kSpan)) / kSpan / kSpan;
+    EXPECT_NEAR(fall, -9.81 * kLength / 4, 0.05);
+    double lowest = 1.0;
+    for (double t = 4.3; t < 5.5; t += 0.04)
+        lowest = std::min(lowest, y(t));
+    EXPECT_LT(lowest, 0.12) << "a dip on landing";
+    EXPECT_NEAR(y(6.2), 0.15, 0.005);
+    EXPECT_NEAR(pitch(6.2), 0.0, 0.005);
+}
+
+TEST_F(CarOnGround, ResimulatesOverEdgesAndThroughTheAir)
+{
+    for (const bool fast : {false, true}) {
+        place(25.0);
+        ground(strip({{-800, 0}, {-40.1, 0}, {-40, 2}, {-20, 0}, {-10, 0.1}, {-10, 0}, {300, 0}}),
+               {}, fast);
+        set(*car, "Initital Velocity (% of max)", 100);
+        const auto hands = [](double t) { return Hands{.gas = 1.0, .steering = 0.1 * wobble(t)}; };
+        drive(6.0, hands);
+        const auto take = allKeys();
+        for (const double from : {0.0, 1.0, 3.0, 4.0, 4.4}) {
+            resimulate(from, 6.0);
+            for (const auto& [name, keys] : allKeys())
+                ASSERT_TRUE(keys == take.at(name)) << name << " from " << from << ", fast " << fast;
+        }
+    }
+}
+
+TEST_F(CarOnGround, AWheelOverALedgeHangsNoFurtherThanItsSpring)
+{
+    ground(strip({{-20, 0}, {300, 0}})); // nothing ahead of z = -20
+    drive(14.0,
+          [](double t) { return Hands{.gas = t > 0 ? 0.3 : 0.0, .brake = t > 12 ? 1.0 : 0.0}; });
+    constexpr double kRadius = 0.247;
+    double fastest = 0.0;
+    for (double t = 0.04; t < 14; t += 0.04) {
+        const auto inBody = [&](double time) {
+            Matrix4 frame = orthonormalise(body(time));
+            return transformPoint(inverse(frame),
+                                  translationOf(node(*car, "WheelMesh_FL").world(time)));
+        };
+        const double drop = kRadius - 0.15 - inBody(t).y;
+        EXPECT_LT(drop, 0.5 * kRadius + 1e-6) << t;
+        fastest = std::max(fastest, (inBody(t - 0.04).y - inBody(t).y) / 0.04);
+        if (HasFailure())
+            break;
+    }
+    EXPECT_LT(fastest, 3.0 * kRadius + 1e-6);
+}
+
+} // namespace
+} // namespace tvw::rgs::tests
