@@ -66,7 +66,7 @@ constexpr std::array<Item<S>, 2> channelItems(const InputChannel& channel, Bound
                        .tooltip = channel.tooltip,
                        .number = number,
                        .bounds = bounds,
-                       .flags = kLive | kHeard};
+                       .flags = kHeard};
     };
     std::array<Item<S>, 2> rows{
         makeRow(

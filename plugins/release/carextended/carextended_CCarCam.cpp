@@ -120,6 +120,7 @@ void CCarCam::update(double dt)
         wheel.dPitchIncr = 0.0;
         wheel.dYawPrev = wheel.dYaw;
     }
+    burnoutMoment_ = 0.0;
     updateInAir(dt);
     updateSkidBrake(dt);
     updateSkiddingState();

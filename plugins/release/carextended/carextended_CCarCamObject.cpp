@@ -99,7 +99,8 @@ void CCarCamObject::readGravity(double time)
 /// Direction and point of the force as the body sees them.
 void CCarCamObject::readForce(double time)
 {
-    if (settings.car.pcInput[EXTERNAL_FORCE].dInput == 0.0 && settings.car.dForceOffset == 0.0)
+    const InputChannel& channel = settings.car.pcInput[EXTERNAL_FORCE];
+    if (channel.dInput == 0.0 && channel.dValue == 0.0 && settings.car.dForceOffset == 0.0)
         return;
     const Matrix4 force = node(kExternalForceMesh).global(time - stepLength());
     const Quatd intoBody = conjugate(cCarCam_.m.qBodyRot);

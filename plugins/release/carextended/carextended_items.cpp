@@ -84,21 +84,19 @@ constexpr std::array kAutonomous{
     I::spinner<follow<&F::dFollowAccelerationMult>>("Autonomous mode follow strength",
                                                     "How strongly the 4-wheeler is drawn to the "
                                                     "TargetMesh.",
-                                                    {0.01, 30, 0.01}, kLive),
-    I::spinner<follow<&F::dFollowAccRespFact>>("Follow Strength Response Factor",
-                                               "How fast the velocity follows.", {0.0001, 1, 0.001},
-                                               kLive),
-    I::spinner<follow<&F::dAutoSteeringValueRespFact>>("Auto-Steering Response Factor",
-                                                       "How fast the steering follows.",
-                                                       {0.0001, 1, 0.001}, kLive),
+                                                    {0.01, 30, 0.01}),
+    I::spinner<follow<&F::dFollowAccRespFact>>(
+        "Follow Strength Response Factor", "How fast the velocity follows.", {0.0001, 1, 0.001}),
+    I::spinner<follow<&F::dAutoSteeringValueRespFact>>(
+        "Auto-Steering Response Factor", "How fast the steering follows.", {0.0001, 1, 0.001}),
     I::spinner<follow<&F::dReverseMaxVelMult>>("Reverse Max Vel Mult",
                                                "Multiplies the velocity when the 4-wheeler "
                                                "reverses to the TargetMesh.",
-                                               {0, 1000, 0.001}, kLive),
+                                               {0, 1000, 0.001}),
     I::spinner<follow<&F::dIgnoreSphereRadius>>("Ignore Sphere Radius (length relative)",
                                                 "The distance at which the car will begin to react "
                                                 "to the TargetMesh",
-                                                {0.001, 100, 0.001}, kLive),
+                                                {0.001, 100, 0.001}),
     I::end(),
 };
 
@@ -107,14 +105,14 @@ constexpr std::array kSteering{
     I::spinner<car<&P::dVelRelMaxSteeringChangeVel>>("Maximum Steering Change Velocity",
                                                      "How fast the wheels can turn in rads per "
                                                      "sec.",
-                                                     {0.001, 100, 0.001}, kLive),
+                                                     {0.001, 100, 0.001}),
     I::spinner<car<&P::dSpeedDependentTurnRadiusReductionFactor>>(
         "Speed Dependent Turn Radius Reduction Factor",
-        "How much less the wheels turn at high velocity.", {0, 10, 0.001}, kLive),
+        "How much less the wheels turn at high velocity.", {0, 10, 0.001}),
     I::spinner<car<&P::dSteeringNoise>>("Steering Noise", "Shakes the steering with the velocity.",
-                                        {0, 1000, 0.001}, kLive),
-    I::spinner<&S::dSteeringWheelRotMult>(
-        "Steering Wheel Rot Mult", "How far the SteeringWheelMesh turns.", {0, 1000, 0.001}, kLive),
+                                        {0, 1000, 0.001}),
+    I::spinner<&S::dSteeringWheelRotMult>("Steering Wheel Rot Mult",
+                                          "How far the SteeringWheelMesh turns.", {0, 1000, 0.001}),
     I::spinner<car<&P::dTurnBase>>(kTurnBase,
                                    "Moves the point that the 4-wheeler turns round, from the back "
                                    "wheels.",
@@ -125,29 +123,29 @@ constexpr std::array kSteering{
 constexpr std::array kSuspension{
     I::group("Suspension Properties"),
     I::spinner<car<&P::fStiffnessFront>>("Front Stiffness", "Stiffness of the front springs.",
-                                         {0, 10000, 1}, kLive),
+                                         {0, 10000, 1}),
     I::spinner<car<&P::fDampingFront>>("Front Damping", "Damping of the front springs.",
-                                       {0, 10000, 0.1}, kLive),
+                                       {0, 10000, 0.1}),
     I::spinner<car<&P::fStiffnessBack>>("Back Stiffness", "Stiffness of the back springs.",
-                                        {0, 10000, 1}, kLive),
+                                        {0, 10000, 1}),
     I::spinner<car<&P::fDampingBack>>("Back Damping", "Damping of the back springs.",
-                                      {0, 10000, 0.1}, kLive),
+                                      {0, 10000, 0.1}),
     I::spinner<wheels<&W::fSurfaceEdgeResponseFactor>>(
         "Tire Pressure",
         "How hard the tires take the edges of the ground. The parameter may cause instability when "
         "too low.",
-        {0, 1000, 0.001}, kLive),
+        {0, 1000, 0.001}),
     I::spinner<car<&P::dMaximumForwardTiltAngle>>(
-        "Maximum Forward Tilt Angle", "Limits the pitch of the body.", {0, 1.5, 0.0001}, kLive),
-    I::spinner<car<&P::dMaximumSideTiltAngle>>(
-        "Maximum Side Tilt Angle", "Limits the roll of the body.", {0, 1.5, 0.0001}, kLive),
+        "Maximum Forward Tilt Angle", "Limits the pitch of the body.", {0, 1.5, 0.0001}),
+    I::spinner<car<&P::dMaximumSideTiltAngle>>("Maximum Side Tilt Angle",
+                                               "Limits the roll of the body.", {0, 1.5, 0.0001}),
     I::spinner<car<&P::dBoosterStiffnessMult>>("Booster Stiffness Multiplier",
                                                "How much harder the springs get with the booster.",
-                                               {0, 10, 0.001}, kLive),
+                                               {0, 10, 0.001}),
     I::spinner<car<&P::dMassMult>>("Mass Multiplier",
                                    "The weight of the body against the springs. The parameter may "
                                    "cause instability when too low.",
-                                   {0, 1000, 0.001}, kLive),
+                                   {0, 1000, 0.001}),
     I::end(),
 };
 
@@ -169,47 +167,47 @@ constexpr std::array kGeneral{
     I::spinner<car<&P::dSkiddingOffset>>("Skidding Offset Value",
                                          "This value is added to the input device value as an "
                                          "offset.",
-                                         {0, 100, 0.001}, kLive),
+                                         {0, 100, 0.001}),
     I::spinner<car<&P::dSkiddingReleaseThresh>>(
         "Skidding Release Value (Lateral Vel Rel)",
         "When the car reaches this sideway velocity during a turn the car will automatically "
         "generate a 'Skidding' input device signal.",
-        {0, 100, 0.001}, kLive),
+        {0, 100, 0.001}),
     I::spinner<car<&P::dSkidReleaseRespFact>>("Skidding Release Response Factor",
                                               "How fast the wheels grip again after a skid.",
-                                              {1e-8, 1, 0.001}, kLive),
+                                              {1e-8, 1, 0.001}),
     I::spinner<car<&P::dGravelShakeOffset>>("Gravel Shake Offset Value",
                                             "This value is added to the input device value as an "
                                             "offset.",
-                                            {0, 100, 0.001}, kLive),
+                                            {0, 100, 0.001}),
     I::spinner<car<&P::dGravelRoughness>>("Gravel Roughness", "How abruptly the gravel shakes.",
-                                          {0, 1, 0.001}, kLive),
+                                          {0, 1, 0.001}),
     I::spinner<car<&P::dForceOffset>>("External Force Offset Value",
                                       "This value is added to the input device value as an "
                                       "offset.",
-                                      {0, 10000, 0.001}, kLive),
+                                      {0, 10000, 0.001}),
     I::spinner<car<&P::dSkidBrakeStopFactor>>("Skid Brake Stop Factor",
                                               "How fast the wheels grip again after a skid brake.",
-                                              {1e-8, 100, 0.001}, kLive),
+                                              {1e-8, 100, 0.001}),
     I::spinner<car<&P::dSkidBrakeRotBrakeMult>>("Skid Brake Rot Brake Mult",
                                                 "How strongly a skid brake stops the turning.",
-                                                {0, 1000, 0.001}, kLive),
+                                                {0, 1000, 0.001}),
     I::spinner<car<&P::dBurnoutShake>>("Burnout Shake", "How much a burnout shakes the body.",
-                                       {0, 100, 0.01}, kLive),
+                                       {0, 100, 0.01}),
     I::spinner<car<&P::dBurnoutTiltForce>>(
-        "Burnout Tilting Force", "How strongly a burnout tilts the body.", {0, 100, 0.01}, kLive),
-    I::spinner<car<&P::dBurnoutFadeoutFactor>>(
-        "Burnout Fadeout Factor", "How slowly a burnout fades out.", {0, 1, 0.001}, kLive),
+        "Burnout Tilting Force", "How strongly a burnout tilts the body.", {0, 100, 0.01}),
+    I::spinner<car<&P::dBurnoutFadeoutFactor>>("Burnout Fadeout Factor",
+                                               "How slowly a burnout fades out.", {0, 1, 0.001}),
     I::intSpinner<car<&P::iRandomSeedAdder>>("Random Seed Adder",
                                              "Another value gives another shaking.", {0, 10000, 1}),
     I::spinner<car<&P::dWorldAvoidanceSphereRadius>>("World Avoidance Sphere (scale relative)",
                                                      "Outside of this sphere the 4-wheeler turns "
                                                      "back. Zero turns it off.",
-                                                     {0, 2e9, 1}, kLive),
+                                                     {0, 2e9, 1}),
     I::spinner<car<&P::dWheelRadiusMult>>("Wheel Radius Multiplier",
                                           "Multiplies the radius of the wheels.", {0.01, 10, 0.01}),
     I::spinner<car<&P::fGravity>>("Gravity", "How strongly inclines tilt the body.",
-                                  {0, 10000, 0.001}, kLive),
+                                  {0, 10000, 0.001}),
     I::end(),
 };
 
@@ -218,11 +216,10 @@ constexpr std::array kGround{
     I::checkBox<wheels<&W::bGroundReleaseOn>>("Enable Wheel Ground Release",
                                               "The wheels may leave the ground."),
     I::spinner<wheels<&W::fRelMaxBumperLen>>("Suspension Length (Radius Relative)",
-                                             "How far a wheel may hang down.", {0, 100, 0.001},
-                                             kLive),
+                                             "How far a wheel may hang down.", {0, 100, 0.001}),
     I::spinner<wheels<&W::dMaximumSpringChangeVelocityRel>>(
         "Maximum Wheel Extension Velocity (Radius Rel)", "How fast a wheel may move down.",
-        {0, 100, 0.001}, kLive),
+        {0, 100, 0.001}),
     I::end(),
     I::group("Ray Cast Properties"),
     I::intSpinner<wheels<&W::iRayMultiplier>>("Ray Multiplier",
@@ -262,7 +259,7 @@ constexpr std::array kInputsHead{
         kAcceleration,
         "How fast the 4-wheeler can accelerate (Acceleration*((units per second per "
         "second)*multiplier)*(the scale of the car).",
-        {0.001, 1e6, 0.01}, kLive | kHeard),
+        {0.001, 1e6, 0.01}, kHeard),
 };
 constexpr std::array kInputsEnd{I::end()};
 

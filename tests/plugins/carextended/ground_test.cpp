@@ -45,6 +45,24 @@ TEST_F(CarOnGround, StandsOnASlopeAtEveryHeading)
     }
 }
 
+/// Where the reverse gear is a gear, hills pull at the car: it rolls back down.
+TEST_F(CarOnGround, RollsDownAHillUnlessReverseBrakes)
+{
+    for (const bool rolls : {true, false}) {
+        place(25.0);
+        const Matrix4 tilt = rotationMatrix(5, 1, 0, 0); // rises ahead
+        ground(strip({{-300, 0}, {300, 0}}), tilt);
+        set(*car, "Use Reverse as ABS Brake", rolls ? 0 : 1);
+        Matrix4 pose = scaled(tilt, {kLength, kLength, kLength});
+        setTranslation(pose, transformDirection(tilt, {0, 0.15, 0}));
+        node(*car, "CarBodyMesh").setWorld(pose, 0.0, false);
+        drive(6.0, [](double) { return Hands{}; });
+        const Vector3d moved = position(6.0) - position(0.0);
+        EXPECT_EQ(moved.z > 1.0, rolls);
+        EXPECT_EQ(moved.y < -0.05, rolls);
+    }
+}
+
 TEST_F(CarOnGround, ClimbsAKerbWithTheWheelsBeforeIt)
 {
     constexpr double kHeight = 0.1;

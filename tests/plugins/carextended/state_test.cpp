@@ -46,6 +46,35 @@ TEST_F(CarState, APunchInContinuesTheTake)
     }
 }
 
+/// The nodes of the new scene have no keys, so the force, which hangs on the body, stays off.
+TEST_F(CarState, ACarFromAFileContinuesWhereTheTakeWas)
+{
+    const auto hands = [](double t) {
+        Hands h = lively(t);
+        h.force = 0.0;
+        return h;
+    };
+    drive(6.0, hands);
+    ASSERT_EQ(car->tool()->save(), 0);
+    const auto saved = car->saveData();
+    const std::map<std::string, Keys> take = allKeys();
+    for (const double from : {1.2, 3.0, 3.6, 4.4}) {
+        place(25.0);
+        car->setSaveData(saved.data(), static_cast<std::int32_t>(saved.size()));
+        ASSERT_EQ(car->tool()->load(), 0);
+        session->stage().setTime(from);
+        hold(hands(from));
+        record(6.0 - from, [&](double t) { hold(hands(t)); });
+        const Keys& body = take.at(node(*car, "CarBodyMesh").name());
+        const Keys now = keysOf(node(*car, "CarBodyMesh"));
+        const std::size_t count = static_cast<std::size_t>((6.0 - from) * 25.0 + 0.5);
+        ASSERT_GE(now.poses.size(), count);
+        for (std::size_t i = 1; i <= count; ++i)
+            ASSERT_TRUE(now.poses[now.poses.size() - i] == body.poses[body.poses.size() - i])
+                << i << " frames before the end, from " << from;
+    }
+}
+
 TEST_F(CarState, AnotherStartAnswersTheSame)
 {
     drive(3.0, lively);
