@@ -1,6 +1,6 @@
 /// Composes a glTF 2.0 binary: one buffer, its views and accessors, and the JSON in front.
 ///
-/// Format: Khronos glTF 2.0 Specification, section 4.4 (GLB) and 5 (properties). Little endian.
+/// Format: Khronos glTF 2.0, sections 4.4 (GLB) and 5 (properties). Little endian.
 #pragma once
 
 #include <nlohmann/json.hpp>

@@ -50,7 +50,6 @@ public:
     {
         if (take_.progress && take_.seconds > 0.0)
             take_.progress(std::min(1.0, (time - start_) / take_.seconds));
-        last_ = time;
         if (isOver(time))
             records_.stopRecord();
     }
@@ -61,7 +60,6 @@ public:
         constexpr double kSlack = 0.00001; // [s], as a second pass has it at its end
         return time + adaptorStep() > start_ + take_.seconds + kSlack;
     }
-    double last() const { return last_; }
 
 private:
     static double adaptorStep() { return core::adaptor()->getFrameDuration(); }
@@ -69,7 +67,6 @@ private:
     core::RecordManager& records_;
     const Session::Take& take_;
     double start_;
-    double last_ = start_;
 };
 
 /// Ends a run that is still on when the block is left, by whatever way.
