@@ -133,7 +133,7 @@ private:
 /// The triangles that a bundle touches while they are few.
 struct FanTriangles
 {
-    /// Beyond so many parting the fan is cheaper than testing all of its rays against each
+    /// Beyond so many a walk by fours is cheaper than testing all of the rays against each
     /// (measured for the 57 rays of a wheel).
     static constexpr int kMost = 25;
 
