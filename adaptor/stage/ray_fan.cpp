@@ -133,8 +133,8 @@ private:
 /// The triangles that a bundle touches while they are few.
 struct FanTriangles
 {
-    /// Beyond so many parting the fan is cheaper than testing all of its rays against each
-    /// (measured for the 57 rays of a wheel).
+    /// Beyond so many a walk by fours is taken to be cheaper than testing all rays against each: an
+    /// estimate, not tuned.
     static constexpr int kMost = 25;
 
     std::uint32_t slot[kMost];

@@ -2,9 +2,9 @@
 ///
 /// A wheel asks for dozens of rays within its own radius: they go down the tree together, and where
 /// few triangles lie under them each triangle is tested against all rays, four in the lanes of a
-/// vector. Where more do, the fan is halved until they are few or four rays are left, which then
-/// walk the tree as one. Answers are those of `MeshTree::rayCast`, to the bit, with and without
-/// AVX2.
+/// vector. Where more do, each four neighbours walk the tree as one. Answers are those of
+/// `MeshTree::rayCast` to the bit, except on an edge, where either of its triangles may answer;
+/// with and without AVX2 they are the same everywhere.
 #pragma once
 
 #include "adaptor/stage/mesh_tree.h"

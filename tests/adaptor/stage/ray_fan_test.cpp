@@ -145,7 +145,7 @@ TEST(RayFan, RaysThatHaveNothingInCommonAreAnsweredToo)
     const MeshTree tree = soup(400);
     Random random(11);
     Fan fan;
-    for (int i = 0; i < 597; ++i) // three chunks of 199, as the longest fan of a wheel
+    for (int i = 0; i < 597; ++i) // as many as the longest fan of a wheel has
         fan.add(random.point(4.0), normalise(random.point(1.0)));
     expectSingleRays(tree, fan, kFar);
 }
