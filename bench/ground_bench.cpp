@@ -1,13 +1,6 @@
 /// The rays of a wheel against Bullet's `castRay` on the same terrain, in each of our ways.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wconversion"
-#pragma GCC diagnostic ignored "-Wshadow"
-#pragma GCC diagnostic ignored "-Wdouble-promotion"
-#pragma GCC diagnostic ignored "-Woverloaded-virtual"
-#include <btBulletDynamicsCommon.h>
-#pragma GCC diagnostic pop
-
 #include "adaptor/stage/session.h"
+#include "bench/bullet_terrain.h"
 #include "bench/compare.h"
 #include "core/instance.h"
 #include "core/instance_reference.h"
@@ -23,32 +16,12 @@ namespace {
 
 using namespace tvw;
 using namespace tvw::rgs;
+using tvw::bench::BareBullet;
+using tvw::bench::terrain;
 
 constexpr double kRadius = 0.26 * 0.95;                   ///< of a wheel [m]
 constexpr double kMaxLength = (0.5 + 1) * kRadius * 1000; ///< as a wheel asks Bullet [m]
 constexpr int kWheels = 64;                               ///< places on the terrain
-
-/// Rolling ground with bumps, `side` by `side` quads round the origin.
-CMesh terrain(int side, double cell)
-{
-    CMesh mesh;
-    for (int z = 0; z <= side; ++z) {
-        for (int x = 0; x <= side; ++x) {
-            const double px = (x - side / 2) * cell;
-            const double pz = (z - side / 2) * cell;
-            const double height = 2.0 * std::sin(0.11 * px) * std::cos(0.07 * pz) +
-                                  0.03 * std::sin(1.7 * px + 0.4 * pz);
-            mesh.vertex.push_back({px, height, pz});
-            if (x == side || z == side)
-                continue;
-            const int a = z * (side + 1) + x;
-            const int c = a + side + 1;
-            for (const int i : {a, c, a + 1, a + 1, c, c + 1})
-                mesh.face.push_back(i);
-        }
-    }
-    return mesh;
-}
 
 /// The rays of one wheel: three rows of 19, two degrees apart, from above the ground.
 using Wheel = std::vector<GroundRay>;
@@ -72,46 +45,6 @@ std::vector<Wheel> wheelsOn(int side, double cell)
     }
     return wheels;
 }
-
-/// A world of Bullet as one would write it down.
-struct BareBullet
-{
-    explicit BareBullet(const CMesh& mesh)
-    {
-        btIndexedMesh part;
-        part.m_numTriangles = static_cast<int>(mesh.numFaces());
-        part.m_triangleIndexBase = reinterpret_cast<const unsigned char*>(mesh.face.data());
-        part.m_triangleIndexStride = 12;
-        part.m_numVertices = static_cast<int>(mesh.numVertexes());
-        part.m_vertexBase = reinterpret_cast<const unsigned char*>(mesh.vertex.data());
-        part.m_vertexStride = sizeof(Vector3d);
-        triangles.addIndexedMesh(part, PHY_INTEGER);
-        shape = std::make_unique<btBvhTriangleMeshShape>(&triangles, true, true);
-        body = std::make_unique<btRigidBody>(0.0, nullptr, shape.get());
-        world.addRigidBody(body.get());
-    }
-    ~BareBullet() { world.removeRigidBody(body.get()); }
-
-    double cast(const GroundRay& ray)
-    {
-        const Vector3d end = ray.origin + ray.direction * kMaxLength;
-        const btVector3 from(ray.origin.x, ray.origin.y, ray.origin.z);
-        btVehicleRaycaster::btVehicleRaycasterResult result;
-        return caster.castRay(from, btVector3(end.x, end.y, end.z), result)
-                   ? result.m_distFraction * kMaxLength
-                   : -1.0;
-    }
-
-    btDefaultCollisionConfiguration configuration;
-    btCollisionDispatcher dispatcher{&configuration};
-    btAxisSweep3 broadphase{{-1000, -1000, -1000}, {1000, 1000, 1000}, 16384};
-    btSequentialImpulseConstraintSolver solver;
-    btDiscreteDynamicsWorld world{&dispatcher, &broadphase, &solver, &configuration};
-    btDefaultVehicleRaycaster caster{&world};
-    btTriangleIndexVertexArray triangles;
-    std::unique_ptr<btBvhTriangleMeshShape> shape;
-    std::unique_ptr<btRigidBody> body;
-};
 
 /// The distance by every triangle near the ray in turn, from its plane and its barycentres.
 double exactDistance(const CMesh& mesh, int side, double cell, const GroundRay& ray)
@@ -183,9 +116,11 @@ public:
             sensor.castFan(0, wheel, kMaxLength, hits);
             for (std::size_t i = 0; i < wheel.size(); ++i) {
                 const double exact = exactDistance(mesh, side_, cell_, wheel[i]);
-                const bool same = hits[i].hit && exact > 0 &&
-                                  std::abs(hits[i].distance - exact) <= tolerance * exact &&
-                                  std::abs(bullet.cast(wheel[i]) - exact) <= 1e-4 * exact;
+                const bool same =
+                    hits[i].hit && exact > 0 &&
+                    std::abs(hits[i].distance - exact) <= tolerance * exact &&
+                    std::abs(bullet.cast(wheel[i].origin, wheel[i].direction, kMaxLength) -
+                             exact) <= 1e-4 * exact;
                 if (!same) {
                     state.SkipWithError("the hits differ");
                     return false;
@@ -222,7 +157,7 @@ void compareRays(benchmark::State& state, int side, double cell, bool useStaticM
         [&] {
             for (const Wheel& wheel : course.wheels) {
                 for (const GroundRay& ray : wheel)
-                    benchmark::DoNotOptimize(bullet.cast(ray));
+                    benchmark::DoNotOptimize(bullet.cast(ray.origin, ray.direction, kMaxLength));
             }
         },
         [&] { course.castAll(); });

@@ -165,15 +165,14 @@ void CCarCam::fadeSkidBrake(double dt)
         stopSkidBrake();
 }
 
+/// Never past 0: a car that stands does not begin to turn while the pedal's filter runs out.
 void CCarCam::fadeSkidYaw(double dt)
 {
     constexpr double kRate = 0.001 * 30.0;
     const double share = kRate * in(SKID_BRAKE).dMaximum * dt * (dt / kFrame);
-    const double before = dSkidBrakeLocalYawIncr;
-    dSkidBrakeLocalYawIncr -= length(m.vSkidBrakeRotVel) * m.iSkidSignVel * m.iSkidSignSteer *
-                              p.dSkidBrakeRotBrakeMult * share;
-    if (sign(dSkidBrakeLocalYawIncr) != sign(before))
-        dSkidBrakeLocalYawIncr = 0.0;
+    const double loss = length(m.vSkidBrakeRotVel) * p.dSkidBrakeRotBrakeMult * share;
+    const double left = std::max(0.0, std::abs(dSkidBrakeLocalYawIncr) - loss);
+    dSkidBrakeLocalYawIncr = std::copysign(left, dSkidBrakeLocalYawIncr);
 }
 
 void CCarCam::stopSkidBrake()

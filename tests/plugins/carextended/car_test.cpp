@@ -118,12 +118,19 @@ TEST_F(CarTest, WheelsRollAsFarAsTheCarDrives)
     EXPECT_NEAR(rolled * kRadius, position(1.0).z - position(2.0).z, 0.3);
 }
 
-TEST_F(CarTest, ASkidBrakeStopsByItself)
+TEST_F(CarTest, ASkidBrakeStopsByItselfAndStaysWhenItIsLetGo)
 {
-    drive(12.0, [](double t) { return t < 5.0 ? Hands{.gas = 1.0} : Hands{.skidBrake = 1.0}; });
+    drive(16.0, [](double t) {
+        const double steering = t > 4.5 && t < 7.0 ? 0.8 : 0.0;
+        const double brake = t >= 5.0 && t < 9.0 ? 1.0 : 0.0;
+        return Hands{.gas = t < 5.0 ? 1.0 : 0.0, .steering = steering, .skidBrake = brake};
+    });
     EXPECT_GT(speed(5.5), 3.0) << "3 % per frame";
-    EXPECT_LT(speed(8.0), 0.01);
-    EXPECT_LT(length(position(12.0) - position(8.0)), 0.01);
+    for (const double t : {8.0, 9.5, 11.0, 16.0}) {
+        EXPECT_LT(speed(t), 0.05) << t;
+        EXPECT_LT(length(position(t) - position(8.0)), 0.02) << t;
+        EXPECT_GT(dot(body(t).axis(2), body(8.0).axis(2)), 0.9999 * kLength * kLength) << t;
+    }
 }
 
 TEST_F(CarTest, FrameRatesAgree)
