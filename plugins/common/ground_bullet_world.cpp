@@ -77,21 +77,30 @@ struct Split
 
 } // namespace
 
-/// A shape and what it refers to but does not copy.
+/// A shape and what it refers to but does not copy. Never changed once made, so that every world on
+/// one and the same ground shares it: its tree takes a second for a million triangles.
 class GroundBulletWorld::triMeshStorage
 {
 public:
-    triMeshStorage(const CMesh& mesh, const Split& place)
+    /// The living one of the same triangles and scale, else a new one.
+    static std::shared_ptr<triMeshStorage> shared(const CMesh& mesh, const Split& place)
+    {
+        static std::vector<std::weak_ptr<triMeshStorage>> living; // runs are of one thread
+        std::erase_if(living, [](const auto& one) { return one.expired(); });
+        auto wanted = std::make_shared<triMeshStorage>(mesh, place);
+        for (const auto& one : living) {
+            if (auto there = one.lock(); there && there->isSameAs(*wanted))
+                return there;
+        }
+        wanted->build();
+        living.push_back(wanted);
+        return wanted;
+    }
+
+    triMeshStorage(const CMesh& mesh, const Split& place) : scale_(place.scale)
     {
         takeVertices(mesh, place.baked);
         takeFaces(mesh);
-        if (indices_.empty())
-            return;
-        addParts();
-        // Before the shape is made: to scale it afterwards would build its tree a second time.
-        array_.setScaling(toBullet(place.scale));
-        shape_ = std::make_unique<btBvhTriangleMeshShape>(&array_, true, true);
-        shape_->setLocalScaling(toBullet(place.scale));
     }
     triMeshStorage(const triMeshStorage&) = delete;
     triMeshStorage& operator=(const triMeshStorage&) = delete;
@@ -103,7 +112,24 @@ private:
     struct Vertex
     {
         double x, y, z, pad;
+        bool operator==(const Vertex&) const = default;
     };
+
+    bool isSameAs(const triMeshStorage& other) const
+    {
+        return scale_ == other.scale_ && indices_ == other.indices_ && vertices_ == other.vertices_;
+    }
+
+    void build()
+    {
+        if (indices_.empty())
+            return;
+        addParts();
+        // Before the shape is made: to scale it afterwards would build its tree a second time.
+        array_.setScaling(toBullet(scale_));
+        shape_ = std::make_unique<btBvhTriangleMeshShape>(&array_, true, true);
+        shape_->setLocalScaling(toBullet(scale_));
+    }
 
     void takeVertices(const CMesh& mesh, const Matrix4& baked)
     {
@@ -143,6 +169,7 @@ private:
         }
     }
 
+    Vector3d scale_;
     btTriangleIndexVertexArray array_;
     std::vector<Vertex> vertices_;
     std::vector<std::int32_t> indices_;
@@ -154,11 +181,11 @@ class GroundBulletWorld::CollisionObjects
 {
 public:
     CollisionObjects(const CMesh& mesh, const Split& place)
-        : storage_(mesh, place), motion_(place.transform())
+        : storage_(triMeshStorage::shared(mesh, place)), motion_(place.transform())
     {
-        if (!storage_.shape())
+        if (!storage_->shape())
             return;
-        btRigidBody::btRigidBodyConstructionInfo info(0.0, &motion_, storage_.shape());
+        btRigidBody::btRigidBodyConstructionInfo info(0.0, &motion_, storage_->shape());
         info.m_friction = kFriction;
         info.m_restitution = kRestitution;
         body_ = std::make_unique<btRigidBody>(info);
@@ -167,9 +194,10 @@ public:
     }
 
     btRigidBody* body() { return body_.get(); } ///< null: no triangle
+    std::shared_ptr<const void> shape() const { return storage_; }
 
 private:
-    triMeshStorage storage_;
+    std::shared_ptr<triMeshStorage> storage_;
     btDefaultMotionState motion_;
     std::unique_ptr<btRigidBody> body_;
 };
@@ -214,6 +242,14 @@ public:
         objects_.push_back(std::move(object));
     }
 
+    std::vector<std::shared_ptr<const void>> shapes() const
+    {
+        std::vector<std::shared_ptr<const void>> out;
+        for (const auto& object : objects_)
+            out.push_back(object->shape());
+        return out;
+    }
+
     GroundHit cast(const GroundRay& ray, double maxLength)
     {
         btVehicleRaycaster::btVehicleRaycasterResult result;
@@ -253,6 +289,11 @@ void GroundBulletWorld::addDefaultGround(double bodyLength)
     quad.vertex = {{edge, 0, edge}, {edge, 0, -edge}, {-edge, 0, -edge}, {-edge, 0, edge}};
     quad.face = {0, 1, 2, 2, 3, 0};
     world_->add(quad, Matrix4());
+}
+
+std::vector<std::shared_ptr<const void>> GroundBulletWorld::shapes() const
+{
+    return world_->shapes();
 }
 
 void GroundBulletWorld::castFan(std::size_t, std::span<const GroundRay> rays, double maxLength,

@@ -3,6 +3,9 @@
 
 #include "plugins/common/ground_source.h"
 
+#include <memory>
+#include <vector>
+
 namespace tvw::rgs {
 
 /// Surfaces stand for the whole run where they stood when they were added. One place, the identity:
@@ -18,6 +21,10 @@ public:
 
     /// The plane y = 0, out to 1000 times the length of the body [m].
     void addDefaultGround(double bodyLength);
+
+    /// What is dear to build. A world made while they live takes over those whose surface is the
+    /// same.
+    std::vector<std::shared_ptr<const void>> shapes() const;
 
     void castFan(std::size_t surface, std::span<const GroundRay> rays, double maxLength,
                  std::span<GroundHit> out) override;

@@ -66,8 +66,10 @@ GroundSensor::Problem GroundSensor::beginRun(CInterface& runtime, CNode* gravity
     Problem problem = Problem::None;
     if (settings.useStaticMesh) {
         try {
-            source_ = makeWorld(runtime, gravityNode, settings, time, bodyLength, ownBody);
-            problem = source_ ? Problem::None : Problem::UnsupportedSurface;
+            auto world = makeWorld(runtime, gravityNode, settings, time, bodyLength, ownBody);
+            problem = world ? Problem::None : Problem::UnsupportedSurface;
+            shapes_ = world ? world->shapes() : decltype(shapes_){};
+            source_ = std::move(world);
         } catch (const std::bad_alloc&) {
             source_ = std::make_unique<GroundStored>(kNoTree, Matrix4());
             problem = Problem::NoWorld;

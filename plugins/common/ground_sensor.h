@@ -16,6 +16,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace tvw::rgs {
 
@@ -90,7 +91,8 @@ private:
 
     std::unique_ptr<CGroundTriangleTree> tree_; ///< of the last stored copy, for the next run too
     CMesh treeMesh_;                            ///< that copy
-    std::unique_ptr<GroundSource> source_;      ///< null: no run
+    std::vector<std::shared_ptr<const void>> shapes_; ///< of the last run's world, for the next
+    std::unique_ptr<GroundSource> source_;            ///< null: no run
 };
 
 } // namespace tvw::rgs

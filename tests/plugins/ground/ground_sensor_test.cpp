@@ -135,6 +135,22 @@ TEST_F(GroundScene, OnlyTheHostFollowsASurfaceThatMoves)
     }
 }
 
+TEST_F(GroundScene, TheNextRunSeesAChangedSurface)
+{
+    stage::StageNode& surface = addParent(square());
+    begin(Way::World);
+    EXPECT_NEAR(down(1, 1).distance, 10.0, 1e-9);
+    CMesh raised = square();
+    for (Vector3d& corner : raised.vertex)
+        corner.y = 3.0;
+    surface.setMesh(raised);
+    begin(Way::World);
+    EXPECT_NEAR(down(1, 1).distance, 7.0, 1e-9) << "other corners, the same triangles";
+    surface.setWorld(scaled(Matrix4(), {2, 2, 2}), 0.0, false);
+    begin(Way::World);
+    EXPECT_NEAR(down(8, 1).distance, 4.0, 1e-9) << "the same mesh, another scale";
+}
+
 TEST_F(GroundScene, SurfacesComeAndGoInARun)
 {
     stage::StageNode& surface = addParent(square(), at(0, 1, 0));
