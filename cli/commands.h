@@ -11,6 +11,8 @@ namespace tvw::rgs::cli {
 void addTools(CLI::App& program);
 void addNew(CLI::App& program);
 void addAdd(CLI::App& program);
+void addImport(CLI::App& program);
+void addLink(CLI::App& program);
 void addInfo(CLI::App& program);
 void addRecord(CLI::App& program);
 void addResimulate(CLI::App& program);

@@ -13,7 +13,7 @@ void addCommands(CLI::App& program)
 {
     program.set_version_flag("--version", std::string("rigstage ") + kVersion);
     program.require_subcommand(1);
-    for (auto* const add : {addNew, addAdd, addInfo, addRecord, addResimulate, addSweep, addVerify,
+    for (auto* const add : {addNew, addAdd, addImport, addLink, addInfo, addRecord, addResimulate, addSweep, addVerify,
                             addExport, addRecover, addTools})
         add(program);
 }

@@ -3,6 +3,7 @@
 #include "cli/commands.h"
 #include "cli/scene.h"
 #include "core/contract/codes.h"
+#include "core/instance.h"
 #include "plugins/tool_table.h"
 
 #include <cmath>
@@ -15,6 +16,8 @@ namespace {
 struct Make
 {
     std::string file, output, type, name, parent;
+    std::string import; ///< the other file
+    std::string node;   ///< to be linked
     double framesPerSecond = 25.0;
     double end = 10.0;
     stage::ExportOptions tolerances;
@@ -41,6 +44,42 @@ void addTool(const Make& make)
     const auto made = session->create(make.type, make.name, parent);
     if (!made)
         throw Failure(made.reason() + ": \"rigstage tools\" lists them");
+    saveFile(*session, make.output);
+}
+
+void importFiles(const Make& make)
+{
+    const SessionPointer session = openFile(make.file);
+    const std::vector<stage::StageNode*> made =
+        valueOf(stage::importFile(session->stage(), make.import));
+    saveFile(*session, make.output);
+    for (const stage::StageNode* const node : made)
+        std::printf("%s\n", node->name().c_str());
+}
+
+/// "Tool/Node" by the node's name inside the tool, else a node of the scene.
+stage::StageNode& nodeNamed(stage::Session& session, const std::string& name)
+{
+    if (stage::StageNode* const node = session.stage().find(name))
+        return *node;
+    if (name.find('/') == std::string::npos)
+        throw Failure("there is no node named \"" + name + "\"");
+    const ToolPath path = splitToolPath(session, name);
+    auto* const handle = static_cast<stage::NodeHandle*>(path.tool->getNode(path.rest));
+    if (!handle || handle->isDeleted())
+        throw Failure("the tool \"" + path.tool->name() + "\" has no node named \"" + path.rest +
+                      "\"");
+    return handle->node();
+}
+
+void linkNode(const Make& make)
+{
+    const SessionPointer session = openFile(make.file);
+    stage::StageNode& node = nodeNamed(*session, make.node);
+    stage::StageNode* const parent =
+        make.parent.empty() ? nullptr : &nodeNamed(*session, make.parent);
+    if (!node.setParent(parent))
+        throw Failure("\"" + make.node + "\" can't hang on itself or on a node below it");
     saveFile(*session, make.output);
 }
 
@@ -108,6 +147,31 @@ void addAdd(CLI::App& program)
     command->add_option("--parent", make->parent, "Name of the tool to put it below");
     addOutput(*command, make->output);
     command->callback([make] { addTool(*make); });
+}
+
+void addImport(CLI::App& program)
+{
+    auto* const command = program.add_subcommand(
+        "import", "Add the meshes and nodes of another file, and print the names of its top nodes");
+    const auto make = std::make_shared<Make>();
+    addFile(*command, make->file);
+    command->add_option("IMPORT", make->import, "A mesh or scene file (.obj, .fbx, .glb, ...)")
+        ->required();
+    addOutput(*command, make->output);
+    command->callback([make] { importFiles(*make); });
+}
+
+void addLink(CLI::App& program)
+{
+    auto* const command = program.add_subcommand("link", "Hang a node on another; its place stays");
+    const auto make = std::make_shared<Make>();
+    addFile(*command, make->file);
+    command->add_option("--node", make->node, "\"Tool/Node\", or the name of a node of the scene")
+        ->required();
+    command->add_option("--to", make->parent,
+                        "The node to hang it on, named alike; the top if left out");
+    addOutput(*command, make->output);
+    command->callback([make] { linkNode(*make); });
 }
 
 void addExport(CLI::App& program)

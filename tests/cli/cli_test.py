@@ -51,6 +51,24 @@ class CliTest(unittest.TestCase):
         self.ok("record", self.scene(name), "--seconds", 2, "--set", f"{name}/Amplitude=2", "-o", "take.glb")
         return "take.glb"
 
+    def test_a_car_drives_on_an_imported_terrain(self):
+        self.ok("new", "--end", 4, "-o", "scene.glb")
+        self.ok("add", "scene.glb", "--type", "4WheelerExt", "--name", "Car", "-o", "scene.glb")
+        (self.folder / "hill.obj").write_text(
+            "o hill\nv -9 0 9\nv 9 0 9\nv 9 6 -60\nv -9 6 -60\nf 1 2 3 4\n")
+        name = self.ok("import", "scene.glb", "hill.obj", "-o", "scene.glb").splitlines()[0]
+        self.refused(1, ["Nothing"], "link", "scene.glb", "--node", "Nothing", "--to", name, "-o", "no.glb")
+        self.refused(1, ["Car", "Hub"], "link", "scene.glb", "--node", "Car/Hub", "--to", name, "-o", "no.glb")
+        self.ok("link", "scene.glb", "--node", "Car/GravityDirectionMesh", "--to", name, "-o", "scene.glb")
+        (self.folder / "drive.csv").write_text("time,Gas Pedal (Forw/Backw)\n0,1\n")
+        self.ok("record", "scene.glb", "--tool", "Car", "--drive", "drive.csv", "--seconds", 4, "-o", "take.glb")
+        self.ok("verify", "take.glb")
+        swept = json.loads(self.ok("sweep", "take.glb", "--set", "Car/Front Stiffness=500:2000:1500", "-o",
+                                   "runs", "--json"))
+        softer, same = (run["difference"]["Car_CarBodyMesh"] for run in swept["runs"])
+        self.assertEqual(same, 0.0)
+        self.assertGreater(softer, 0.01)
+
     def test_a_new_scene_tells_what_it_holds(self):
         info = self.json("info", self.scene())
         self.assertEqual((info["fps"], info["range"], info["take"]), (25.0, [0.0, 4.0], None))
