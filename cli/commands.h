@@ -19,6 +19,7 @@ void addResimulate(CLI::App& program);
 void addSweep(CLI::App& program);
 void addVerify(CLI::App& program);
 void addExport(CLI::App& program);
+void addPlayblast(CLI::App& program);
 void addRecover(CLI::App& program);
 
 // Options that several commands share.
