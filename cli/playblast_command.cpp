@@ -69,6 +69,9 @@ void addPlayblast(CLI::App& program)
                         "The camera to look through; else the first FollowCam, else all in view");
     command->add_option("--size", given->size, "WIDTHxHEIGHT in pixels [1280x720]");
     command->add_option("--range", given->range, "START:END in seconds; else the scene's range");
+    command->add_option("--samples", given->what.samples, "Samples of each pixel; 0 is fastest")
+        ->check(CLI::Range(0, 16))
+        ->capture_default_str();
     command->add_flag("--no-grid", given->noGrid, "Leave the grid out");
     command->callback([given] { makePlayblast(*given); });
 }

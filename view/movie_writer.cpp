@@ -14,6 +14,7 @@ namespace tvw::rgs::view {
 
 namespace {
 
+constexpr int kPngQuality = 85;       ///< 0 packs most, 100 not at all: packing hard is slower than drawing
 constexpr int kLongestWait = 60'000; ///< [ms], for ffmpeg to take a picture
 
 QImage imageOf(const Picture& picture)
@@ -25,7 +26,7 @@ QImage imageOf(const Picture& picture)
 Status savePng(const Picture& picture, const QString& path)
 {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && imageOf(picture).save(&file, "PNG") && file.commit())
+    if (file.open(QIODevice::WriteOnly) && imageOf(picture).save(&file, "PNG", kPngQuality) && file.commit())
         return {};
     return Status::failure(path.toStdString() + ": " + file.errorString().toStdString());
 }

@@ -74,7 +74,7 @@ Status drawAll(stage::Stage& scene, const Playblast& what, const Eye& eye,
                const core::TimeRange& range, MovieWriter& writer)
 {
     Renderer renderer;
-    PictureMaker maker(what.width, what.height);
+    PictureMaker maker(what.width, what.height, what.samples);
     const double rate = scene.getFramesPerSecond();
     const auto first = static_cast<int>(std::llround(range.start * rate));
     const bool one = what.output.size() > 4 && what.output.ends_with(".png");
