@@ -89,6 +89,7 @@ bool Instance::isAlive() const { return reference_ && reference_->isAlive(); }
 void Instance::startRun(double time)
 {
     const bool replays = CoreImplementation::instance().isResimulating();
+    properties_.forgetLost();
     if (replays)
         recorded_.startReplay(time, properties_);
     else
@@ -115,6 +116,7 @@ void Instance::stopRun()
 {
     tool_->stopRun();
     liveSpinners_.end();
+    properties_.forgetLost();
     if (CoreImplementation::instance().isResimulating())
         recorded_.endReplay(properties_);
 }

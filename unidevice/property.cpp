@@ -43,6 +43,13 @@ void Property::controlDeleted(Control* control)
         control_ = nullptr;
 }
 
+void Property::lose()
+{
+    const double last = raw();
+    bind(nullptr);
+    lost_ = last;
+}
+
 double Property::value()
 {
     const double r = raw();
@@ -57,6 +64,7 @@ std::uint32_t Property::bind(Control* control)
     if (control_)
         control_->removeTarget(this);
     control_ = control;
+    lost_ = 0.0;
     if (!control_)
         return kind::any;
     control_->addTarget(this);

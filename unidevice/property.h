@@ -30,7 +30,14 @@ public:
     std::uint32_t bind(Control* control);
 
     Control* control() const { return control_; }
-    double raw() const { return control_ ? control_->value() : 0.0; }
+    /// After `lose` the last value, until `forgetLost`; of any other unbound one 0.
+    double raw() const { return control_ ? control_->value() : lost_; }
+
+    /// Cut from a control whose device goes: `raw` stays where it was.
+    void lose();
+
+    /// A take begins or ends: what a device that is gone said last no longer counts.
+    void forgetLost() { lost_ = 0.0; }
 
     const std::string& name() const { return name_; }
     std::uint32_t kindMask() const { return kindMask_; }
@@ -60,6 +67,7 @@ private:
     std::string name_;
     std::uint32_t kindMask_;
     Control* control_ = nullptr;
+    double lost_ = 0.0; ///< a pad unplugged in the middle of a take must not slam its levers to 0
     std::unique_ptr<util::xml::Element> pending_;
 };
 

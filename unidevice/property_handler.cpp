@@ -122,8 +122,14 @@ void PropertyHandler::keepBindingsOf(const Device& device)
         if (!control || !control->dependsOn(device))
             continue;
         control->writeXml(property->pendingControl());
-        property->bind(nullptr);
+        property->lose();
     }
+}
+
+void PropertyHandler::forgetLost()
+{
+    for (Property* const property : properties_)
+        property->forgetLost();
 }
 
 void PropertyHandler::deviceAdded(Device*)

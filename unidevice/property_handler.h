@@ -45,6 +45,8 @@ public:
     /// While the device's controls still stand: their bindings are cut and wait for its return.
     void keepBindingsOf(const Device& device);
 
+    void forgetLost(); ///< of every property
+
 private:
     void deviceAdded(Device* device) override;
     void deviceRemoved(Device* device) override;
