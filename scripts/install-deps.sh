@@ -6,7 +6,7 @@ packages=(
   # compiler and build
   g++ cmake ninja-build ccache pkg-config git ca-certificates
   # libraries
-  qtbase5-dev nlohmann-json3-dev libassimp-dev libcli11-dev libbullet-dev
+  qtbase5-dev libqt5svg5-dev nlohmann-json3-dev libassimp-dev libcli11-dev libbullet-dev
   # the Python module
   python3 python3-dev pybind11-dev
   # tests
