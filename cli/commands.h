@@ -18,6 +18,7 @@ void addSweep(CLI::App& program);
 void addVerify(CLI::App& program);
 void addExport(CLI::App& program);
 void addRecover(CLI::App& program);
+void addLayout(CLI::App& program);
 
 // Options that several commands share.
 

@@ -14,7 +14,7 @@ void addCommands(CLI::App& program)
     program.set_version_flag("--version", std::string("rigstage ") + kVersion);
     program.require_subcommand(1);
     for (auto* const add : {addNew, addAdd, addInfo, addRecord, addResimulate, addSweep, addVerify,
-                            addExport, addRecover, addTools})
+                            addExport, addRecover, addTools, addLayout})
         add(program);
 }
 

@@ -55,8 +55,10 @@ void Spinner::keyPressEvent(QKeyEvent* event)
     }
     if (takeKey(*this, *event, message::keyPressed, false))
         return;
-    interpretText();
-    notify(message::spinnerChanged);
+    const double before = value();
+    interpretText(); // tells of a change by itself
+    if (value() == before)
+        notify(message::spinnerChanged);
     event->accept();
 }
 
