@@ -19,8 +19,10 @@ void addResimulate(CLI::App& program);
 void addSweep(CLI::App& program);
 void addVerify(CLI::App& program);
 void addExport(CLI::App& program);
+void addDemo(CLI::App& program);
 void addPlayblast(CLI::App& program);
 void addRecover(CLI::App& program);
+void addLayout(CLI::App& program);
 
 // Options that several commands share.
 

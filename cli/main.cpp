@@ -13,8 +13,9 @@ void addCommands(CLI::App& program)
 {
     program.set_version_flag("--version", std::string("rigstage ") + kVersion);
     program.require_subcommand(1);
-    for (auto* const add : {addNew, addAdd, addImport, addLink, addInfo, addRecord, addResimulate,
-                            addSweep, addVerify, addExport, addPlayblast, addRecover, addTools})
+    for (auto* const add :
+         {addNew, addAdd, addImport, addLink, addInfo, addRecord, addResimulate, addSweep,
+          addVerify, addExport, addPlayblast, addDemo, addRecover, addTools, addLayout})
         add(program);
 }
 

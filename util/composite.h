@@ -33,7 +33,10 @@ public:
 
     /// Takes the child behind the others and owns it from now on; it leaves its present parent
     /// first. False, and nothing changes, if it is null, this node or one of its ancestors.
-    bool addChild(T* child);
+    bool addChild(T* child) { return insertChild(child, children_.size()); }
+    /// The same ahead of the child that stands at that place once this one has left its present
+    /// parent; behind the last for a larger index.
+    bool insertChild(T* child, std::size_t index);
     /// Leaves the parent; whoever calls owns the node then. Nothing if it has none.
     void detach();
 
@@ -82,7 +85,7 @@ bool Composite_Dynamic<T>::isWithin(const Composite_Dynamic& ancestor) const noe
 }
 
 template <class T>
-bool Composite_Dynamic<T>::addChild(T* child)
+bool Composite_Dynamic<T>::insertChild(T* child, std::size_t index)
 {
     if (child == nullptr || isWithin(mixinOf(*child))) {
         return false;
@@ -90,9 +93,9 @@ bool Composite_Dynamic<T>::addChild(T* child)
     Composite_Dynamic& added = mixinOf(*child);
     added.detach();
     added.willAttach();
-    children_.push_back(child);
+    index = std::min(index, children_.size());
+    children_.insert(children_.begin() + static_cast<std::ptrdiff_t>(index), child);
     added.parent_ = self();
-    const std::size_t index = children_.size() - 1;
     added.didAttach();
     childAdded(child, index);
     return true;

@@ -71,6 +71,19 @@ public:
         }
     }
 
+    [[nodiscard]] bool hasFactory(const std::string& name) const
+    {
+        for (const DynamicPtr<Factory>& factory : factories_) {
+            std::string present;
+            ReturnValue<std::string> out(present);
+            factory->name(out);
+            if (present == name) {
+                return true;
+            }
+        }
+        return false;
+    }
+
     [[nodiscard]] std::size_t factoryCount() const noexcept { return factories_.size(); }
 
 private:

@@ -13,9 +13,9 @@ namespace tvw::rgs::view {
 
 struct Playblast
 {
-    std::string output; ///< .mp4, .png (the first frame) or a folder
+    std::string output{}; ///< .mp4, .png (the first frame) or a folder
     std::string
-        camera; ///< a camera node; empty: `lens`, else the first FollowCam, else all in view
+        camera{}; ///< a camera node; empty: `lens`, else the first FollowCam, else all in view
     std::optional<Lens> lens{};             ///< of a view by hand
     int width = 1280, height = 720;         ///< [pixels], 16 to 8192
     std::optional<core::TimeRange> range{}; ///< [s]; the stage's when not given

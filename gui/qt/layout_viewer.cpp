@@ -1,0 +1,90 @@
+#include "gui/qt/layout_viewer.h"
+
+#include "gui/componentinterface/tree.h"
+#include "gui/qt/gui_start.h"
+#include "util/factory.h"
+#include "util/xml/element.h"
+
+#include <QApplication>
+#include <QPixmap>
+#include <QWidget>
+
+namespace tvw::gui {
+
+using util::xml::Element;
+
+namespace {
+
+const char* reasonOf(int code)
+{
+    switch (code) {
+    case util::xml::code::fileUnreadable:
+        return "it cannot be read";
+    case util::xml::code::noRoot:
+        return "it does not begin with a tag";
+    case util::xml::code::unclosed:
+        return "a tag is not closed";
+    case util::xml::code::mismatched:
+        return "a closing tag does not match its opening one";
+    default:
+        return "an attribute is malformed, or tags are nested too deep";
+    }
+}
+
+/// The element as the only child of a dialog that takes its size.
+Element inDialog(const Element& element)
+{
+    util::xml::Tag dialog("dialog");
+    for (const char* const key : {"width", "height", "label"}) {
+        if (element.hasAttribute(key))
+            dialog.setAttribute(key, element.attributeValue(key));
+    }
+    dialog.addChild(element);
+    return dialog;
+}
+
+Status draw(Component& window, const std::string& path)
+{
+    QApplication::processEvents(); // the layouts settle
+    if (window.widget()->grab().save(QString::fromStdString(path), "PNG"))
+        return {};
+    return Status::failure("cannot write " + path);
+}
+
+} // namespace
+
+Result<ComponentPtr> loadLayout(const std::string& path)
+{
+    using Outcome = Result<ComponentPtr>;
+    Element element;
+    const int code = element.loadFile(path);
+    if (code != util::xml::code::ok)
+        return Outcome::failure("cannot show " + path + ": " + reasonOf(code));
+    const bool isWindow = element.name() == "dialog";
+    ComponentPtr window(
+        AbstractFactory<Component>::instance().create(isWindow ? element : inDialog(element)));
+    if (!window || (!isWindow && window->childCount() == 0))
+        return Outcome::failure("cannot show " + path + ": there is no component \"" +
+                                std::string(element.name()) + "\"");
+    return window;
+}
+
+Status showLayout(const std::string& path, const std::string& imagesFolder,
+                  const std::string& screenshot)
+{
+    if (const Status started = startGui(); !started)
+        return started;
+    Result<ComponentPtr> loaded = loadLayout(path);
+    if (!loaded)
+        return Status::failure(loaded.reason());
+    Component& window = **loaded;
+    for (const char* const name : {"[images]", "[coreimages]", "[coreicons]", "[datapath]"})
+        window.setVariable(name, imagesFolder);
+    window.show();
+    if (!screenshot.empty())
+        return draw(window, screenshot);
+    QApplication::exec(); // until its last window is closed
+    return {};
+}
+
+} // namespace tvw::gui

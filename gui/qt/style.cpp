@@ -1,0 +1,108 @@
+#include "gui/qt/style.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QPalette>
+#include <QProxyStyle>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+#include <algorithm>
+
+namespace tvw::gui {
+
+namespace {
+
+constexpr int kInactiveAlpha = 170; ///< of 255
+constexpr int kSmallestFont = 9;    ///< [points]
+
+/// Text on the window has a contrast of 11 to 1, greyed text one of 4 to 1.
+QPalette darkPalette()
+{
+    const QColor window(0x2b, 0x2d, 0x31), base(0x1f, 0x21, 0x24), button(0x3c, 0x3f, 0x45);
+    const QColor text(0xe2, 0xe4, 0xe8), greyed(0x86, 0x8b, 0x93), accent(0x2f, 0x7f, 0xd1);
+    QPalette palette(button, window);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                            QPalette::ToolTipText, QPalette::BrightText}) {
+        palette.setColor(role, text);
+        palette.setColor(QPalette::Disabled, role, greyed);
+    }
+    palette.setColor(QPalette::PlaceholderText, greyed);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::Disabled, QPalette::Base, window);
+    palette.setColor(QPalette::AlternateBase, QColor(0x25, 0x27, 0x2b));
+    palette.setColor(QPalette::ToolTipBase, QColor(0x17, 0x18, 0x1a));
+    palette.setColor(QPalette::Light, QColor(0x52, 0x56, 0x5d));
+    palette.setColor(QPalette::Midlight, QColor(0x47, 0x4a, 0x51));
+    palette.setColor(QPalette::Mid, QColor(0x26, 0x28, 0x2c));
+    palette.setColor(QPalette::Dark, QColor(0x17, 0x18, 0x1a));
+    palette.setColor(QPalette::Shadow, QColor(0x0e, 0x0f, 0x10));
+    palette.setColor(QPalette::Highlight, accent);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0x4a, 0x55, 0x62));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Disabled, QPalette::HighlightedText, greyed);
+    palette.setColor(QPalette::Link, QColor(0x6a, 0xb0, 0xf5));
+    palette.setColor(QPalette::LinkVisited, QColor(0xa9, 0x95, 0xe8));
+    return palette;
+}
+
+/// Fusion with a focus rectangle that can be seen on dark ground.
+class Look : public QProxyStyle
+{
+public:
+    Look() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        if (element != PE_FrameFocusRect) {
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+            return;
+        }
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen(option->palette.color(QPalette::Link), 1.0));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 2.0, 2.0);
+        painter->restore();
+    }
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* answer) const override
+    {
+        // Tooltips stand in the status line too; a bubble at once would hide what is under it.
+        return hint == SH_ToolTip_WakeUpDelay
+                   ? 1000
+                   : QProxyStyle::styleHint(hint, option, widget, answer);
+    }
+};
+
+const char* const kStyleSheet =
+    "QToolTip { color: #e2e4e8; background: #17181a; border: 1px solid #52565d; padding: 3px; }"
+    "QMenu::separator { height: 1px; background: #474a51; margin: 4px 8px; }"
+    "QMenuBar { background: #232529; }"
+    "QMenuBar::item { padding: 4px 8px; background: transparent; }"
+    "QMenuBar::item:selected { background: #2f7fd1; color: white; }";
+
+} // namespace
+
+void applyStyle(QApplication& application)
+{
+    QApplication::setStyle(new Look);
+    QApplication::setPalette(darkPalette());
+    QFont font = QApplication::font();
+    font.setPointSize(std::max(font.pointSize(), kSmallestFont));
+    QApplication::setFont(font);
+    application.setStyleSheet(QString::fromLatin1(kStyleSheet));
+}
+
+void softenInactiveHighlight()
+{
+    QPalette palette = QApplication::palette();
+    QColor color = palette.color(QPalette::Active, QPalette::Highlight);
+    color.setAlpha(kInactiveAlpha);
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, color);
+    QApplication::setPalette(palette);
+}
+
+} // namespace tvw::gui

@@ -1,0 +1,19 @@
+/// How the program looks: one palette, one spacing.
+#pragma once
+
+class QApplication;
+class QWidget;
+
+namespace tvw::gui {
+
+/// Spacing that windows built by hand share with the layouts [logical pixels].
+inline constexpr int kSpacing = 4;
+
+/// Dark, calm, with one accent colour: for our own program. In a host the host's look stays.
+void applyStyle(QApplication& application);
+
+/// A selection in a window that is not the active one stays readable: the active highlight's
+/// colour, more transparent. For our own program and for a host.
+void softenInactiveHighlight();
+
+} // namespace tvw::gui
