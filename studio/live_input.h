@@ -1,0 +1,39 @@
+/// The hands: keys, pens and sticks of this machine, as devices of the hub.
+#pragma once
+
+#include "unidevice/driver/sdl_joysticks.h"
+#include "unidevice/driver/tablet_device.h"
+#include "unidevice/keyboard_device.h"
+
+#include <QObject>
+#include <QTimer>
+#include <QSet>
+
+#include <memory>
+
+namespace tvw::rgs::studio {
+
+/// Hears every key and pen of the program, whichever widget has the focus. Made when the core's hub
+/// stands; ends before it. The devices belong to the hub.
+class LiveInput final : public QObject
+{
+public:
+    LiveInput();
+    ~LiveInput() override;
+
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    bool key(QEvent* event);
+    void pen(QEvent* event);
+    void releaseKeys();
+
+    unidevice::KeyboardDevice* keyboard_;
+    unidevice::TabletDevice* tablet_ = nullptr; ///< from the first pen on
+    std::unique_ptr<unidevice::SdlJoysticks> sticks_;
+    QTimer look_;        ///< for sticks that come and go
+    QSet<int> down_;     ///< codes of held keys
+    QSet<int> swallowed_; ///< of those, the ones that a run took
+};
+
+} // namespace tvw::rgs::studio

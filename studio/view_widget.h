@@ -1,0 +1,71 @@
+/// The 3D view: turn, shift and zoom with the mouse, select by a click, look through a camera.
+#pragma once
+
+#include "adaptor/stage/session.h"
+#include "view/orbit_camera.h"
+#include "view/renderer.h"
+
+#include <QElapsedTimer>
+#include <QOpenGLWidget>
+#include <QPoint>
+
+#include <functional>
+#include <memory>
+
+namespace tvw::rgs::studio {
+
+/// Alt or the right or middle button turns and shifts as in other 3D programs: Alt + left or right turns,
+/// middle or Shift + right shifts, the wheel zooms. Redraws on demand: `scheduleRedraw`.
+class ViewWidget final : public QOpenGLWidget
+{
+public:
+    explicit ViewWidget(stage::Session& session);
+    ~ViewWidget() override;
+
+    void scheduleRedraw(); ///< once for any number of calls before the next picture
+    void frameSelection(); ///< all, with nothing selected
+
+    /// A camera to look through; null: the view's own eye, which stays where the camera was.
+    void lookThrough(stage::StageNode* camera);
+    [[nodiscard]] stage::StageNode* camera() const { return camera_; }
+    [[nodiscard]] view::Lens lens() const;
+
+    view::Options options;          ///< time and focus are the widget's own
+    bool showsPath = true;          ///< of the selected node
+    bool showsTimes = false;        ///< the readout of frame times
+
+    std::function<void()> cameraChanged; ///< the view left or took a camera
+    std::function<QString()> readout;    ///< more lines for the readout
+
+    /// Of the last pictures [ms].
+    [[nodiscard]] double pictureMs() const { return pictureMs_; }
+    [[nodiscard]] const std::string& problem() const { return problem_; }
+
+protected:
+    void initializeGL() override;
+    void paintGL() override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    [[nodiscard]] view::Viewport viewport() const;
+    void prepare(view::Options& what) const;
+    void pickAt(const QPoint& place, bool add);
+    void leaveCamera();
+    void drawReadout();
+
+    stage::Session& session_;
+    std::unique_ptr<view::Renderer> renderer_;
+    view::OrbitCamera eye_;
+    stage::StageNode* camera_ = nullptr;
+    QPoint pressed_, last_;
+    bool dragged_ = false;
+    std::string problem_;
+    double pictureMs_ = 0.0;
+    QElapsedTimer sincePicture_;
+    double betweenMs_ = 0.0;
+};
+
+} // namespace tvw::rgs::studio
