@@ -110,7 +110,7 @@ gui::Component* AppWindows::mainComponent()
 
 gui::Component* AppWindows::createComponent(const util::xml::Element& element)
 {
-    return gui::AbstractFactory<gui::Component>::instance().create(element);
+    return AbstractFactory<gui::Component>::instance().create(element);
 }
 
 void AppWindows::addImageTokens(gui::Component* component)

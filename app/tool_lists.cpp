@@ -45,7 +45,7 @@ std::vector<core::Tool*> toolsOf(Category category)
 gui::Component* makeToolEntry(const core::Tool& tool)
 {
     gui::ComponentPtr entry(
-        gui::AbstractFactory<gui::Component>::instance().create(loadLayout("rgs_popout_product")));
+        AbstractFactory<gui::Component>::instance().create(loadLayout("rgs_popout_product")));
     if (!entry)
         return nullptr;
     addImageTokens(*entry);
@@ -73,7 +73,7 @@ void fillToolPage(gui::Component& page, Category category,
         if (!entry)
             return;
         if (!row || row->childCount() == kEntriesInRow) {
-            row = gui::AbstractFactory<gui::Component>::instance().create(rowLayout);
+            row = AbstractFactory<gui::Component>::instance().create(rowLayout);
             page.addChild(row);
         }
         row->addChild(entry);

@@ -53,7 +53,7 @@ WindowBase::~WindowBase() = default;
 bool WindowBase::build(const std::string& layout)
 {
     const Element element = loadLayout(layout);
-    root_.reset(gui::AbstractFactory<gui::Component>::instance().create(element));
+    root_.reset(AbstractFactory<gui::Component>::instance().create(element));
     if (root_)
         addImageTokens(*root_);
     return root_ != nullptr;

@@ -1,7 +1,7 @@
 /// What every window has that is built from a layout file.
 #pragma once
 
-#include "gui/component.h"
+#include "gui/componentinterface/interface.h"
 
 #include <initializer_list>
 #include <string>
