@@ -168,6 +168,12 @@ void AppWindows::beginRename(core::InstanceReference* reference)
         main_->beginRename(reference);
 }
 
+void AppWindows::openPreferences()
+{
+    if (preferences_)
+        preferences_->open();
+}
+
 // A tool's windows.
 
 void AppWindows::openConfiguration(core::Instance* instance)

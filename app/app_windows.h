@@ -32,6 +32,7 @@ public:
 
     [[nodiscard]] MainDlg* mainDialog() const { return main_.get(); } ///< null while no core stands
     [[nodiscard]] ConfigWindow* configWindow() const { return config_.get(); }
+    void openPreferences();
 
     std::uint32_t messageBox(void* parent, const std::string& text, const std::string& title,
                              std::uint32_t flags, bool force) override;

@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QTabletEvent>
 #include <QWindow>
+
 #include <cmath>
 
 namespace tvw::rgs::studio {
@@ -24,17 +25,22 @@ unsigned modifiersOf(Qt::KeyboardModifiers held)
            (held & Qt::ShiftModifier ? core::modifier::shift : 0U);
 }
 
-core::KeyHook& keyHook() { return core::CoreImplementation::instance().records().keyHook(); }
+core::KeyHook& keyHook()
+{
+    return core::CoreImplementation::instance().records().keyHook();
+}
 
 } // namespace
 
-LiveInput::LiveInput() : keyboard_(new unidevice::KeyboardDevice), sticks_(std::make_unique<unidevice::SdlJoysticks>())
+LiveInput::LiveInput()
+    : keyboard_(new unidevice::KeyboardDevice), sticks_(std::make_unique<unidevice::SdlJoysticks>())
 {
     qApp->installEventFilter(this);
-    connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        if (state != Qt::ApplicationActive)
-            releaseKeys(); // their releases go to another program
-    });
+    connect(qApp, &QGuiApplication::applicationStateChanged, this,
+            [this](Qt::ApplicationState state) {
+                if (state != Qt::ApplicationActive)
+                    releaseKeys(); // their releases go to another program
+            });
     connect(&look_, &QTimer::timeout, this, [this] { sticks_->pump(); });
     look_.start(kLookInterval);
 }
@@ -47,7 +53,8 @@ bool LiveInput::eventFilter(QObject* object, QEvent* event)
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
-        // Each key reaches the window first, then its widgets again: the first is the one that counts.
+        // Each key reaches the window first, then its widgets again: the first is the one that
+        // counts.
         if (qobject_cast<QWindow*>(object))
             return key(event);
         if (event->type() == QEvent::ShortcutOverride && keyHook().isActive())
@@ -55,8 +62,11 @@ bool LiveInput::eventFilter(QObject* object, QEvent* event)
         return false;
     case QEvent::TabletPress:
     case QEvent::TabletMove:
-    case QEvent::TabletRelease: pen(event); return false;
-    default: return false;
+    case QEvent::TabletRelease:
+        pen(event);
+        return false;
+    default:
+        return false;
     }
 }
 
@@ -71,7 +81,8 @@ bool LiveInput::key(QEvent* event)
         return swallowed_.contains(code);
     isDown ? (void)down_.insert(code) : (void)down_.remove(code);
     keyboard_->keyEvent(code, isDown);
-    const bool taken = keyHook().isActive() && keyHook().event(code, isDown, modifiersOf(stroke.modifiers()));
+    const bool taken =
+        keyHook().isActive() && keyHook().event(code, isDown, modifiersOf(stroke.modifiers()));
     if (isDown && taken)
         swallowed_.insert(code);
     else if (!isDown && swallowed_.remove(code))

@@ -6,8 +6,8 @@
 #include "unidevice/keyboard_device.h"
 
 #include <QObject>
-#include <QTimer>
 #include <QSet>
+#include <QTimer>
 
 #include <memory>
 
@@ -31,8 +31,8 @@ private:
     unidevice::KeyboardDevice* keyboard_;
     unidevice::TabletDevice* tablet_ = nullptr; ///< from the first pen on
     std::unique_ptr<unidevice::SdlJoysticks> sticks_;
-    QTimer look_;        ///< for sticks that come and go
-    QSet<int> down_;     ///< codes of held keys
+    QTimer look_;         ///< for sticks that come and go
+    QSet<int> down_;      ///< codes of held keys
     QSet<int> swallowed_; ///< of those, the ones that a run took
 };
 

@@ -55,7 +55,8 @@ Outliner::Outliner(stage::Session& session) : session_(session)
     setUniformRowHeights(true);
     setToolTip("Double click or F2 renames, drag links, Delete deletes.");
     connect(this, &QTreeWidget::itemSelectionChanged, this, [this] { takeSelection(); });
-    connect(this, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item, int column) { edited(item, column); });
+    connect(this, &QTreeWidget::itemChanged, this,
+            [this](QTreeWidgetItem* item, int column) { edited(item, column); });
     connect(this, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item, int column) {
         if (column == kName)
             editItem(item, kName);
@@ -111,8 +112,8 @@ void Outliner::addBelow(QTreeWidgetItem* parent, stage::StageNode& node)
     item->setText(kName, QString::fromStdString(node.name()));
     item->setData(kName, Qt::UserRole, QVariant::fromValue(static_cast<void*>(&node)));
     item->setToolTip(kName, stage::nameOf(node.kind()));
-    item->setFlags(item->flags() | Qt::ItemIsEditable | Qt::ItemIsUserCheckable | Qt::ItemIsDropEnabled |
-                   Qt::ItemIsDragEnabled);
+    item->setFlags(item->flags() | Qt::ItemIsEditable | Qt::ItemIsUserCheckable |
+                   Qt::ItemIsDropEnabled | Qt::ItemIsDragEnabled);
     item->setCheckState(kShown, node.state().visible ? Qt::Checked : Qt::Unchecked);
     items_[&node] = item;
     for (stage::StageNode* const child : node.children())
@@ -158,7 +159,9 @@ void Outliner::dropEvent(QDropEvent* event)
 {
     QTreeWidgetItem* const below = itemAt(event->pos());
     const bool onItem = below && dropIndicatorPosition() == OnItem;
-    stage::StageNode* parent = onItem ? &nodeOf(*below) : below && below->parent() ? &nodeOf(*below->parent()) : nullptr;
+    stage::StageNode* parent = onItem                     ? &nodeOf(*below)
+                               : below && below->parent() ? &nodeOf(*below->parent())
+                                                          : nullptr;
     {
         const Bracket bracket(session_.stage(), "Link");
         for (QTreeWidgetItem* const item : selectedItems())

@@ -6,6 +6,8 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QTableWidget>
+
+#include <algorithm>
 #include <cmath>
 
 namespace tvw::rgs::studio {
@@ -74,7 +76,8 @@ Properties::Properties(stage::Session& session) : session_(session)
     form->addRow("Field of view", fov_);
     form->addRow("Target distance", distance_);
     for (QDoubleSpinBox* const box : {fov_, distance_})
-        connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this] { write(); });
+        connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
+                [this] { write(); });
     table_ = new QTableWidget(0, 2);
     table_->setHorizontalHeaderLabels({"Property", "Text"});
     table_->horizontalHeader()->setStretchLastSection(true);
@@ -85,8 +88,8 @@ Properties::Properties(stage::Session& session) : session_(session)
     refresh();
 }
 
-Properties::Boxes Properties::addBoxes(QFormLayout& form, const QString& label, double least, double step,
-                                       const QString& unit)
+Properties::Boxes Properties::addBoxes(QFormLayout& form, const QString& label, double least,
+                                       double step, const QString& unit)
 {
     Boxes out{};
     auto* const row = new QHBoxLayout;
@@ -94,7 +97,8 @@ Properties::Boxes Properties::addBoxes(QFormLayout& form, const QString& label, 
     for (QDoubleSpinBox*& box : out) {
         box = makeBox(least, kFar, step, unit);
         row->addWidget(box);
-        connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this] { write(); });
+        connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
+                [this] { write(); });
     }
     form.addRow(label, row);
     return out;
@@ -108,14 +112,16 @@ stage::StageNode* Properties::node() const
 
 void Properties::refresh()
 {
-    if (isAncestorOf(focusWidget()) && focusWidget()->hasFocus() && qobject_cast<QTableWidget*>(focusWidget()))
+    if (isAncestorOf(focusWidget()) && focusWidget()->hasFocus() &&
+        qobject_cast<QTableWidget*>(focusWidget()))
         return; // someone types
     filling_ = true;
     stage::StageNode* const shown = node();
     setEnabled(shown != nullptr);
     const std::size_t count = session_.stage().selection().size();
     title_->setText(shown ? "<b>" + QString::fromStdString(shown->name()).toHtmlEscaped() + "</b>"
-                          : count == 0 ? QString("Nothing selected") : QString("%1 nodes selected").arg(count));
+                    : count == 0 ? QString("Nothing selected")
+                                 : QString("%1 nodes selected").arg(count));
     table_->setRowCount(0);
     fov_->setEnabled(shown && shown->hasLens());
     distance_->setEnabled(shown && shown->hasLens());
@@ -156,7 +162,8 @@ void Properties::write()
     changedNode->setLocal(pose, time, changedNode->poseKeys().size() != 0 || scene.keyMode());
     if (changedNode->hasLens()) {
         changedNode->setFov(fov_->value(), time, changedNode->fovKeys().size() != 0);
-        changedNode->setTargetDistance(distance_->value(), time, changedNode->targetDistanceKeys().size() != 0);
+        changedNode->setTargetDistance(distance_->value(), time,
+                                       changedNode->targetDistanceKeys().size() != 0);
     }
     scene.endUndo();
     if (changed)
@@ -171,7 +178,8 @@ void Properties::writeTable(int row)
         return;
     const QTableWidgetItem* const text = table_->item(row, 1);
     session_.stage().beginUndo("User property");
-    changedNode->setProperty(key->text().trimmed().toStdString(), text ? text->text().toStdString() : std::string());
+    changedNode->setProperty(key->text().trimmed().toStdString(),
+                             text ? text->text().toStdString() : std::string());
     session_.stage().endUndo();
     if (changed)
         changed();

@@ -9,6 +9,7 @@
 #include <functional>
 
 class QDoubleSpinBox;
+class QFormLayout;
 class QLabel;
 class QTableWidget;
 
@@ -26,7 +27,8 @@ public:
 private:
     using Boxes = std::array<QDoubleSpinBox*, 3>;
 
-    Boxes addBoxes(class QFormLayout& form, const QString& label, double least, double step, const QString& unit);
+    Boxes addBoxes(QFormLayout& form, const QString& label, double least, double step,
+                   const QString& unit);
     void write(); ///< the pose and lens of the boxes, with a key where the node has keys
     void writeTable(int row);
     [[nodiscard]] stage::StageNode* node() const; ///< the one selected; null: none or several

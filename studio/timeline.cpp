@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+
 #include <algorithm>
 #include <cmath>
 
@@ -9,12 +10,13 @@ namespace tvw::rgs::studio {
 
 namespace {
 
-constexpr int kMargin = 14;       // [pixels], left and right
-constexpr int kRulerHeight = 24;  // [pixels]
-constexpr int kLabelSpace = 56;   // [pixels] a label needs
+constexpr int kMargin = 14;      // [pixels], left and right
+constexpr int kRulerHeight = 24; // [pixels]
+constexpr int kLabelSpace = 56;  // [pixels] a label needs
 
-const QColor kBack(0x1e, 0x20, 0x25), kTrack(0x2b, 0x2e, 0x35), kTick(0x5a, 0x5f, 0x6a), kText(0xb8, 0xbd, 0xc6),
-    kKey(0xf2, 0xa3, 0x3a), kTake(0xd8, 0x3a, 0x34), kNow(0x5a, 0xb0, 0xf2);
+const QColor kBack(0x1e, 0x20, 0x25), kTrack(0x2b, 0x2e, 0x35), kTick(0x5a, 0x5f, 0x6a),
+    kText(0xb8, 0xbd, 0xc6), kKey(0xf2, 0xa3, 0x3a), kTake(0xd8, 0x3a, 0x34),
+    kNow(0x5a, 0xb0, 0xf2);
 
 } // namespace
 
@@ -43,7 +45,8 @@ double Timeline::xOf(double time) const
 double Timeline::timeAt(int x) const
 {
     const core::TimeRange range = session_.stage().range();
-    const double share = std::clamp((x - kMargin) / std::max(1.0, width() - 2.0 * kMargin), 0.0, 1.0);
+    const double share =
+        std::clamp((x - kMargin) / std::max(1.0, width() - 2.0 * kMargin), 0.0, 1.0);
     const double rate = session_.stage().getFramesPerSecond();
     return std::round((range.start + share * (range.end - range.start)) * rate) / rate;
 }
@@ -51,7 +54,8 @@ double Timeline::timeAt(int x) const
 int Timeline::frameStep() const
 {
     const core::TimeRange range = session_.stage().range();
-    const double frames = std::max(1.0, (range.end - range.start) * session_.stage().getFramesPerSecond());
+    const double frames =
+        std::max(1.0, (range.end - range.start) * session_.stage().getFramesPerSecond());
     const double room = std::max(1.0, (width() - 2.0 * kMargin) / kLabelSpace);
     for (const int step : {1, 2, 5, 10, 20, 25, 50, 100, 200, 250, 500, 1000, 2000, 5000, 10000}) {
         if (frames / step <= room)
@@ -64,7 +68,8 @@ void Timeline::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), kBack);
-    painter.fillRect(QRectF(kMargin, kRulerHeight, width() - 2 * kMargin, height() - kRulerHeight - 6), kTrack);
+    painter.fillRect(
+        QRectF(kMargin, kRulerHeight, width() - 2 * kMargin, height() - kRulerHeight - 6), kTrack);
     if (takeStart_ >= 0.0) {
         const double from = xOf(takeStart_);
         painter.fillRect(QRectF(from, kRulerHeight, xOf(session_.stage().getTime()) - from,
@@ -97,7 +102,8 @@ void Timeline::paintRuler(QPainter& painter)
         painter.setPen(kTick);
         painter.drawLine(QPointF(x, kRulerHeight - 6), QPointF(x, kRulerHeight));
         painter.setPen(kText);
-        painter.drawText(QRectF(x - 30, 0, 60, kRulerHeight - 6), Qt::AlignCenter, QString::number(frame));
+        painter.drawText(QRectF(x - 30, 0, 60, kRulerHeight - 6), Qt::AlignCenter,
+                         QString::number(frame));
     }
 }
 
@@ -139,7 +145,8 @@ void Timeline::mouseMoveEvent(QMouseEvent* event)
 void Timeline::wheelEvent(QWheelEvent* event)
 {
     const double rate = session_.stage().getFramesPerSecond();
-    const double frame = std::round(session_.stage().getTime() * rate) + (event->angleDelta().y() > 0 ? -1 : 1);
+    const double frame =
+        std::round(session_.stage().getTime() * rate) + (event->angleDelta().y() > 0 ? -1 : 1);
     const core::TimeRange range = session_.stage().range();
     if (scrubbed)
         scrubbed(std::clamp(frame / rate, range.start, range.end));

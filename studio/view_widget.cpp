@@ -1,7 +1,10 @@
 #include "studio/view_widget.h"
 
+#include "core/core_implementation.h"
+
 #include <QMouseEvent>
 #include <QPainter>
+
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
@@ -10,9 +13,9 @@ namespace tvw::rgs::studio {
 
 namespace {
 
-constexpr double kAhead = 9.0;      // [m], where a scene's camera usually has its subject
-constexpr int kClickTolerance = 4;  // [pixels]
-constexpr double kSmooth = 0.1;     // share of the newest time in the readout
+constexpr double kAhead = 9.0;     // [m], where a scene's camera usually has its subject
+constexpr int kClickTolerance = 4; // [pixels]
+constexpr double kSmooth = 0.1;    // share of the newest time in the readout
 
 } // namespace
 
@@ -21,7 +24,8 @@ ViewWidget::ViewWidget(stage::Session& session) : session_(session)
     setObjectName("view");
     setMinimumSize(320, 200);
     setFocusPolicy(Qt::StrongFocus);
-    setToolTip("Alt + left or right button: turn.  Middle button: shift.  Wheel: zoom.  Click: select.  F: frame.");
+    setToolTip("Alt + left or right button: turn.  Middle button: shift.  Wheel: zoom.  Click: "
+               "select.  F: frame.");
 }
 
 ViewWidget::~ViewWidget()
@@ -31,7 +35,10 @@ ViewWidget::~ViewWidget()
     doneCurrent();
 }
 
-void ViewWidget::scheduleRedraw() { update(); }
+void ViewWidget::scheduleRedraw()
+{
+    update();
+}
 
 void ViewWidget::initializeGL()
 {
@@ -83,7 +90,8 @@ void ViewWidget::paintGL()
         renderer_->draw(session_.stage(), lens(), viewport(), what);
     }
     if (sincePicture_.isValid())
-        betweenMs_ += kSmooth * (static_cast<double>(sincePicture_.nsecsElapsed()) / 1e6 - betweenMs_);
+        betweenMs_ +=
+            kSmooth * (static_cast<double>(sincePicture_.nsecsElapsed()) / 1e6 - betweenMs_);
     sincePicture_.start();
     pictureMs_ += kSmooth * (static_cast<double>(clock.nsecsElapsed()) / 1e6 - pictureMs_);
     drawReadout();
@@ -97,7 +105,9 @@ void ViewWidget::drawReadout()
     else if (camera_)
         text = QString::fromStdString(camera_->name());
     if (showsTimes) {
-        text += QString("\nview %1 ms, every %2 ms").arg(pictureMs_, 0, 'f', 1).arg(betweenMs_, 0, 'f', 1);
+        text += QString("\nview %1 ms, every %2 ms")
+                    .arg(pictureMs_, 0, 'f', 1)
+                    .arg(betweenMs_, 0, 'f', 1);
         if (readout)
             text += "\n" + readout();
     }
@@ -176,7 +186,8 @@ void ViewWidget::mouseMoveEvent(QMouseEvent* event)
 
 void ViewWidget::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && !dragged_ && !event->modifiers().testFlag(Qt::AltModifier))
+    if (event->button() == Qt::LeftButton && !dragged_ &&
+        !event->modifiers().testFlag(Qt::AltModifier))
         pickAt(event->pos(), event->modifiers().testFlag(Qt::ControlModifier));
 }
 
@@ -198,7 +209,8 @@ void ViewWidget::pickAt(const QPoint& place, bool add)
     const double ratio = devicePixelRatioF();
     const view::Viewport all = viewport();
     const int x = std::clamp(static_cast<int>(place.x() * ratio), 0, all.width - 1);
-    const int y = std::clamp(all.height - 1 - static_cast<int>(place.y() * ratio), 0, all.height - 1);
+    const int y =
+        std::clamp(all.height - 1 - static_cast<int>(place.y() * ratio), 0, all.height - 1);
     stage::StageNode* const node = renderer_->pick(session_.stage(), lens(), all, what, x, y);
     doneCurrent();
     if (node)

@@ -14,8 +14,8 @@
 
 namespace tvw::rgs::studio {
 
-/// Alt or the right or middle button turns and shifts as in other 3D programs: Alt + left or right turns,
-/// middle or Shift + right shifts, the wheel zooms. Redraws on demand: `scheduleRedraw`.
+/// Alt or the right or middle button turns and shifts as in other 3D programs: Alt + left or right
+/// turns, middle or Shift + right shifts, the wheel zooms. Redraws on demand: `scheduleRedraw`.
 class ViewWidget final : public QOpenGLWidget
 {
 public:
@@ -30,9 +30,9 @@ public:
     [[nodiscard]] stage::StageNode* camera() const { return camera_; }
     [[nodiscard]] view::Lens lens() const;
 
-    view::Options options;          ///< time and focus are the widget's own
-    bool showsPath = true;          ///< of the selected node
-    bool showsTimes = false;        ///< the readout of frame times
+    view::Options options;   ///< time and focus are the widget's own
+    bool showsPath = true;   ///< of the selected node
+    bool showsTimes = false; ///< the readout of frame times
 
     std::function<void()> cameraChanged; ///< the view left or took a camera
     std::function<QString()> readout;    ///< more lines for the readout

@@ -1,0 +1,294 @@
+#include "studio/studio_window.h"
+
+#include "adaptor/stage/lost_takes.h"
+#include "adaptor/stage/scene_file.h"
+#include "app/app_windows.h"
+#include "core/core_implementation.h"
+#include "core/version.h"
+#include "demo/demo_scene.h"
+#include "studio/outliner.h"
+#include "studio/properties.h"
+#include "studio/timeline.h"
+#include "studio/view_widget.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDateTime>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLocale>
+#include <QMessageBox>
+#include <QSettings>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tvw::rgs::studio {
+
+namespace {
+
+constexpr int kRefreshInterval = 66; // [ms], of panels while nothing runs
+constexpr double kSmooth = 0.1;      // share of the newest time in the readout
+constexpr double kLeastPause = 12.0; // [ms], between two pictures of a run
+
+core::CoreImplementation& core()
+{
+    return core::CoreImplementation::instance();
+}
+
+double smoothed(double before, qint64 nanoseconds)
+{
+    return before + kSmooth * (static_cast<double>(nanoseconds) / 1e6 - before);
+}
+
+} // namespace
+
+StudioWindow::StudioWindow(stage::Session& session, app::AppWindows& windows)
+    : session_(session), windows_(windows), view_(new ViewWidget(session)),
+      timeline_(new Timeline(session)), outliner_(new Outliner(session)),
+      properties_(new Properties(session))
+{
+    setObjectName("studio");
+    resize(1280, 800);
+    setCentralWidget(view_);
+    buildDocks();
+    buildMenus();
+    buildTransport();
+    timeline_->scrubbed = [this](double time) { goTo(time); };
+    outliner_->changed = [this] { refresh(); };
+    properties_->changed = [this] { refresh(); };
+    view_->cameraChanged = [this] { fillCameras(); };
+    view_->readout = [this] {
+        return QString("simulation %1 ms, input %2 ms")
+            .arg(frameMs_, 0, 'f', 2)
+            .arg(inputMs_, 0, 'f', 2);
+    };
+    session_.stage().hooks.redrawViews = [this] { redrawIfDue(); };
+    core().records().addObserver(this);
+    connect(&playTimer_, &QTimer::timeout, this, [this] { stepPlay(); });
+    connect(&refreshTimer_, &QTimer::timeout, this, [this] {
+        if (session_.stage().version() != shownVersion_)
+            refresh();
+    });
+    refreshTimer_.start(kRefreshInterval);
+    sceneReplaced({});
+}
+
+StudioWindow::~StudioWindow()
+{
+    session_.stage().hooks.redrawViews = nullptr;
+    core().records().removeObserver(this);
+}
+
+void StudioWindow::refresh()
+{
+    shownVersion_ = session_.stage().version();
+    outliner_->refresh();
+    if (!core().isRunning())
+        properties_->refresh();
+    timeline_->update();
+    view_->scheduleRedraw();
+    showUndoNames();
+    showFrame();
+    showTitle();
+}
+
+void StudioWindow::redrawIfDue()
+{
+    view_->scheduleRedraw();
+}
+
+void StudioWindow::complain(const std::string& what)
+{
+    QMessageBox::warning(this, kProductName, QString::fromStdString(what));
+}
+
+void StudioWindow::goTo(double time)
+{
+    if (core().isRunning())
+        return;
+    session_.stage().setTime(time);
+    properties_->refresh();
+    timeline_->update();
+    view_->scheduleRedraw();
+    showFrame();
+}
+
+// Files.
+
+bool StudioWindow::mayLeave()
+{
+    if (core().isRunning())
+        core().stopRecord();
+    if (session_.stage().version() == savedVersion_)
+        return true;
+    const auto answer = QMessageBox::question(
+        this, kProductName, "The scene has changes that are not saved. Save them?",
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    if (answer == QMessageBox::Save)
+        return save();
+    return answer == QMessageBox::Discard;
+}
+
+void StudioWindow::sceneReplaced(const QString& path)
+{
+    session_.setScenePath(path.toStdString());
+    savedVersion_ = session_.stage().version();
+    view_->lookThrough(nullptr);
+    fillCameras();
+    refresh();
+}
+
+void StudioWindow::newScene()
+{
+    if (!mayLeave())
+        return;
+    session_.clear();
+    sceneReplaced({});
+    view_->frameSelection();
+}
+
+void StudioWindow::newDemo()
+{
+    session_.clear();
+    if (const Status built = demo::build(session_); !built)
+        complain(built.reason());
+    sceneReplaced({});
+    view_->lookThrough(session_.stage().find("Car_FollowCam"));
+    refresh();
+}
+
+bool StudioWindow::openFile(const QString& path)
+{
+    const QString whole = QFileInfo(path).absoluteFilePath();
+    if (const Status opened = stage::openScene(session_, whole.toStdString()); !opened) {
+        complain(opened.reason());
+        return false;
+    }
+    sceneReplaced(whole);
+    remember(whole);
+    view_->frameSelection();
+    return true;
+}
+
+bool StudioWindow::save()
+{
+    const std::string& path = session_.scenePath();
+    return path.empty() ? saveAs() : saveTo(QString::fromStdString(path));
+}
+
+bool StudioWindow::saveTo(const QString& path)
+{
+    if (const Status saved = stage::saveScene(session_, path.toStdString()); !saved) {
+        complain(saved.reason());
+        return false;
+    }
+    session_.setScenePath(path.toStdString());
+    savedVersion_ = session_.stage().version();
+    remember(path);
+    showTitle();
+    return true;
+}
+
+void StudioWindow::remember(const QString& path)
+{
+    constexpr int kRecent = 10;
+    QSettings settings;
+    QStringList files = settings.value("recent").toStringList();
+    files.removeAll(path);
+    files.prepend(path);
+    while (files.size() > kRecent)
+        files.removeLast();
+    settings.setValue("recent", files);
+    fillRecent();
+}
+
+void StudioWindow::offerLostTakes()
+{
+    for (const stage::LostTake& take : session_.lostTakes()) {
+        const QString when =
+            QLocale().toString(QDateTime::fromSecsSinceEpoch(take.writtenAt), QLocale::ShortFormat);
+        const auto answer =
+            QMessageBox::question(this, kProductName,
+                                  QString("A take of %1 s was cut off (%2). Bring it back?")
+                                      .arg(take.end, 0, 'f', 1)
+                                      .arg(when));
+        if (answer != QMessageBox::Yes)
+            continue;
+        if (const Status done = session_.recover(take); !done)
+            complain(done.reason());
+        sceneReplaced({});
+        savedVersion_ = 0; // only here so far
+        return;
+    }
+}
+
+void StudioWindow::closeEvent(QCloseEvent* event)
+{
+    if (!mayLeave()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    qApp->quit();
+}
+
+void StudioWindow::showTitle()
+{
+    const std::string& path = session_.scenePath();
+    const QString name =
+        path.empty() ? QString("Untitled") : QFileInfo(QString::fromStdString(path)).fileName();
+    const bool changed = session_.stage().version() != savedVersion_;
+    setWindowTitle(name + "[*] - " + kProductName);
+    setWindowModified(changed);
+}
+
+// The run.
+
+void StudioWindow::record()
+{
+    play(false);
+    core::CoreImplementation& running = core();
+    if (running.isRunning() && !running.isResimulating())
+        running.stopRecord();
+    else if (!running.isRunning())
+        running.startRecord();
+}
+
+void StudioWindow::resimulate()
+{
+    play(false);
+    if (core().isRunning())
+        return;
+    const core::TimeRange range = session_.stage().range();
+    core().startResimulation(
+        windows_.resimulateFromFirstFrame() ? range.start : session_.stage().getTime(), range.end);
+}
+
+void StudioWindow::runStarted(double start, const std::vector<core::Instance*>&)
+{
+    timeline_->setTakeStart(start);
+    record_->setChecked(!core().isResimulating());
+    view_->setFocus(); // a take's keys are the hands', not a spin box's
+}
+
+void StudioWindow::beforeFrame(double)
+{
+    frameClock_.start();
+}
+
+void StudioWindow::frameDone(double time, const std::vector<core::Instance*>&)
+{
+    frameMs_ = smoothed(frameMs_, frameClock_.nsecsElapsed());
+    static_cast<void>(time);
+}
+
+void StudioWindow::runEnded()
+{
+    timeline_->setTakeStart(-1.0);
+    record_->setChecked(false);
+    refresh();
+}
+
+} // namespace tvw::rgs::studio

@@ -1,0 +1,122 @@
+/// The studio: view, time line, outliner and properties round one session.
+#pragma once
+
+#include "adaptor/stage/session.h"
+#include "core/record_manager.h"
+
+#include <QElapsedTimer>
+#include <QMainWindow>
+#include <QTimer>
+
+#include <memory>
+
+class QActionGroup;
+class QLabel;
+class QSpinBox;
+
+namespace tvw::rgs::app {
+class AppWindows;
+}
+
+namespace tvw::rgs::studio {
+
+class Outliner;
+class Properties;
+class Timeline;
+class ViewWidget;
+
+class StudioWindow final : public QMainWindow, private core::RunObserver
+{
+public:
+    /// Both outlive it.
+    StudioWindow(stage::Session& session, app::AppWindows& windows);
+    ~StudioWindow() override;
+
+    /// The scene of a file in place of the present one. A box tells what is wrong; the present
+    /// scene stays then.
+    bool openFile(const QString& path);
+    void newDemo(); ///< the demo scene, unsaved
+
+    /// Lost takes of an earlier run are offered one after the other.
+    void offerLostTakes();
+
+    void refresh(); ///< everything shows the scene as it is now
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    // What is in the menus.
+    void buildMenus();
+    void buildFileMenu();
+    void buildEditMenu();
+    void buildViewMenu();
+    void buildPlayMenu();
+    void buildDocks();
+    void buildTransport();
+    void newScene();
+    void open();
+    bool save();
+    bool saveAs();
+    bool saveTo(const QString& path);
+    void importFile();
+    void exportFile();
+    void playblast();
+    void undo();
+    void redo();
+    void play(bool on);
+    void stepPlay();
+    void goTo(double time);
+    void setKeyMode(bool on);
+    void record();
+    void resimulate();
+    void showHelp();
+
+    bool mayLeave(); ///< asks about unsaved changes
+    void sceneReplaced(const QString& path);
+    void remember(const QString& path); ///< among the recent files
+    void fillRecent();
+    void showTitle();
+    void fillCameras();
+    void showUndoNames();
+    void showFrame();
+    void complain(const std::string& what);
+    void redrawIfDue();
+
+    // The run.
+    void runStarted(double start, const std::vector<core::Instance*>&) override;
+    void beforeFrame(double time) override;
+    void frameDone(double time, const std::vector<core::Instance*>&) override;
+    void runEnded() override;
+
+    stage::Session& session_;
+    app::AppWindows& windows_;
+    ViewWidget* view_;
+    Timeline* timeline_;
+    Outliner* outliner_;
+    Properties* properties_;
+    QLabel* frameLabel_ = nullptr;
+    QAction* undo_ = nullptr;
+    QAction* redo_ = nullptr;
+    QAction* play_ = nullptr;
+    QAction* record_ = nullptr;
+    QAction* keyMode_ = nullptr;
+    QMenu* recent_ = nullptr;
+    QMenu* cameras_ = nullptr;
+    QMenu* addMenu_ = nullptr;
+    QSpinBox* startBox_ = nullptr;
+    QSpinBox* endBox_ = nullptr;
+    QTimer playTimer_;
+    QTimer refreshTimer_;
+    QElapsedTimer playClock_;
+    double playFrom_ = 0.0;
+    std::uint64_t savedVersion_ = 0;
+    std::uint64_t shownVersion_ = 0;
+    std::size_t shownUndo_ = 0;
+    QElapsedTimer frameClock_;
+    double frameMs_ = 0.0; ///< of simulation, smoothed
+    double inputMs_ = 0.0;
+};
+
+} // namespace tvw::rgs::studio
