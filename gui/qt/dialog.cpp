@@ -184,7 +184,8 @@ void Dialog::showModal()
 {
     setModal(true);
     component::Dialog::showModal();
-    QWidget::show();
+    if (modal_) // no listener has closed it at once
+        QWidget::show();
 }
 
 void Dialog::endModal()
