@@ -1,6 +1,7 @@
 #include "gui/qt/style.h"
 
 #include <QApplication>
+#include <QFrame>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
@@ -46,7 +47,10 @@ QPalette darkPalette()
     return palette;
 }
 
-/// Fusion with a focus rectangle that can be seen on dark ground.
+constexpr int kIndicator = 16; ///< side of a check box [logical pixels]
+
+/// Fusion with a focus rectangle that can be seen on dark ground and thin frames that are not
+/// louder than what they hold.
 class Look : public QProxyStyle
 {
 public:
@@ -65,6 +69,26 @@ public:
         painter->setBrush(Qt::NoBrush);
         painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 2.0, 2.0);
         painter->restore();
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override
+    {
+        const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+        if (element != CE_ShapedFrame || !frame || frame->frameShape != QFrame::Box) {
+            QProxyStyle::drawControl(element, option, painter, widget);
+            return;
+        }
+        QStyleOptionFrame quiet = *frame;
+        quiet.palette.setColor(QPalette::WindowText, quiet.palette.color(QPalette::Light));
+        QProxyStyle::drawControl(element, &quiet, painter, widget);
+    }
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override
+    {
+        const bool isIndicator = metric == PM_IndicatorWidth || metric == PM_IndicatorHeight;
+        return isIndicator ? kIndicator : QProxyStyle::pixelMetric(metric, option, widget);
     }
 
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
