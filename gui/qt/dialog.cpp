@@ -222,6 +222,16 @@ bool Dialog::event(QEvent* event)
     return handled;
 }
 
+void Dialog::keyPressEvent(QKeyEvent* event)
+{
+    // Qt closes any dialog by Escape; a window that the user works in would go by accident.
+    const bool wouldClose = event->key() == Qt::Key_Escape && !modal_;
+    if (wouldClose)
+        takeKey(*this, *event, message::keyPressed, false);
+    else
+        QtContainer::keyPressEvent(event);
+}
+
 void Dialog::keyReleaseEvent(QKeyEvent* event)
 {
     if (isUndoKey(*event)) {

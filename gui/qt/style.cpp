@@ -59,6 +59,11 @@ public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override
     {
+        if (element == PE_FrameMenu) { // else a menu runs into the window under it
+            painter->setPen(option->palette.color(QPalette::Light));
+            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+            return;
+        }
         if (element != PE_FrameFocusRect) {
             QProxyStyle::drawPrimitive(element, option, painter, widget);
             return;
@@ -89,15 +94,6 @@ public:
     {
         const bool isIndicator = metric == PM_IndicatorWidth || metric == PM_IndicatorHeight;
         return isIndicator ? kIndicator : QProxyStyle::pixelMetric(metric, option, widget);
-    }
-
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* answer) const override
-    {
-        // Tooltips stand in the status line too; a bubble at once would hide what is under it.
-        return hint == SH_ToolTip_WakeUpDelay
-                   ? 1000
-                   : QProxyStyle::styleHint(hint, option, widget, answer);
     }
 };
 

@@ -17,4 +17,12 @@ void TextBox::setText(const std::string& text)
     QLineEdit::setText(QString::fromStdString(text));
 }
 
+/// Qt wants room for 17 letters, more than the half of most rows.
+QSize TextBox::sizeHint() const
+{
+    const QSize hint = QtComponent::sizeHint();
+    constexpr int kWidth = 80; // [logical pixels]
+    return {desiredSize().width > 0 ? hint.width() : kWidth, hint.height()};
+}
+
 } // namespace tvw::gui::component::qt

@@ -22,6 +22,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QToolButton>
+#include <QWindow>
 
 namespace tvw::gui {
 
@@ -252,8 +253,8 @@ TEST_F(Input, aListenerSwallowsAKey)
     open("<textbox id='1'/>");
     Listener heard(at(1));
     heard.onMessage = [](Message& sent) {
-        const auto& key = *reinterpret_cast<const KeyStroke*>(sent.value);
-        if (sent.id == message::keyPressed && key.key == Qt::Key_B)
+        if (sent.id == message::keyPressed &&
+            reinterpret_cast<const KeyStroke*>(sent.value)->key == Qt::Key_B)
             sent.attachments.emplace_back(new DynamicObject);
     };
     widget(1)->setFocus();
@@ -334,6 +335,8 @@ TEST_F(Input, dialogsShowModallyAndKeepTheirPlace)
     EXPECT_EQ(heard.count(message::hideEnded), 2u);
 
     window->show();
+    QTest::keyClick(window->widget(), Qt::Key_Escape);
+    EXPECT_TRUE(window->isShown()) << "Escape ends modal windows only";
     window->widget()->resize(150, 130);
     window->widget()->close(); // by the user
     EXPECT_FALSE(window->isShown());
@@ -354,6 +357,9 @@ TEST_F(Input, dialogsShowModallyAndKeepTheirPlace)
     EXPECT_TRUE(window->widget()->isModal());
     dialog->endModal();
     EXPECT_FALSE(window->widget()->isVisible());
+    dialog->showModal();
+    QTest::keyClick(window->widget(), Qt::Key_Escape);
+    EXPECT_FALSE(window->isShown() || dialog->modal() || window->widget()->isModal());
 }
 
 TEST_F(Input, aFlyOutIsTornOffAndComesBack)
@@ -382,6 +388,14 @@ TEST_F(Input, aFlyOutIsTornOffAndComesBack)
     });
     button.showMenu();
     EXPECT_TRUE(wasBack);
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Escape}) {
+        whenModal([key](QWidget& up) {
+            QTest::keyClick(up.windowHandle(), key); // as the screen's server sends it
+            EXPECT_EQ(up.isVisible(), key != Qt::Key_Escape);
+            up.close();
+        });
+        button.showMenu();
+    }
     menu.createMenuDialog();
     window.reset(); // while torn off
 }
