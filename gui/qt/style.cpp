@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFrame>
+#include <QIcon>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
@@ -49,6 +50,26 @@ QPalette darkPalette()
 
 constexpr int kIndicator = 16; ///< side of a check box [logical pixels]
 
+/// A disc with a letter, for message boxes.
+QIcon sign(const QColor& color, QChar letter)
+{
+    constexpr int kSide = 96; // enough for 48 logical pixels on a dense screen
+    QPixmap pixmap(kSide, kSide);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawEllipse(pixmap.rect().adjusted(4, 4, -4, -4));
+    QFont font = QApplication::font();
+    font.setPixelSize(kSide * 5 / 8);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    painter.drawText(pixmap.rect(), Qt::AlignCenter, letter);
+    return pixmap;
+}
+
 /// Fusion with a focus rectangle that can be seen on dark ground and thin frames that are not
 /// louder than what they hold.
 class Look : public QProxyStyle
@@ -59,8 +80,9 @@ public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override
     {
-        if (element == PE_FrameMenu) { // else a menu runs into the window under it
+        if (element == PE_PanelMenu) { // with an outline, else it runs into the window under it
             painter->setPen(option->palette.color(QPalette::Light));
+            painter->setBrush(option->palette.color(QPalette::AlternateBase));
             painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
             return;
         }
@@ -89,6 +111,23 @@ public:
         QProxyStyle::drawControl(element, &quiet, painter, widget);
     }
 
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
+                       const QWidget* widget) const override
+    {
+        switch (which) {
+        case SP_MessageBoxQuestion:
+            return sign(QColor(0x2f, 0x7f, 0xd1), QLatin1Char('?'));
+        case SP_MessageBoxInformation:
+            return sign(QColor(0x2f, 0x7f, 0xd1), QLatin1Char('i'));
+        case SP_MessageBoxWarning:
+            return sign(QColor(0xc9, 0x8a, 0x1b), QLatin1Char('!'));
+        case SP_MessageBoxCritical:
+            return sign(QColor(0xc9, 0x3c, 0x37), QLatin1Char('!'));
+        default:
+            return QProxyStyle::standardIcon(which, option, widget);
+        }
+    }
+
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
                     const QWidget* widget) const override
     {
@@ -99,7 +138,6 @@ public:
 
 const char* const kStyleSheet =
     "QToolTip { color: #e2e4e8; background: #17181a; border: 1px solid #52565d; padding: 3px; }"
-    "QMenu::separator { height: 1px; background: #474a51; margin: 4px 8px; }"
     "QMenuBar { background: #232529; }"
     "QMenuBar::item { padding: 4px 8px; background: transparent; }"
     "QMenuBar::item:selected { background: #2f7fd1; color: white; }";
