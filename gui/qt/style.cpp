@@ -50,6 +50,32 @@ QPalette darkPalette()
 
 constexpr int kIndicator = 16; ///< side of a check box [logical pixels]
 
+/// A check box whose outline can be seen when it is empty.
+void drawCheckBox(QPainter& painter, const QStyleOption& option)
+{
+    const bool isEnabled = option.state & QStyle::State_Enabled;
+    const QPalette::ColorGroup group = isEnabled ? QPalette::Active : QPalette::Disabled;
+    const QColor text = option.palette.color(group, QPalette::Text);
+    const bool isUnderMouse = isEnabled && option.state & QStyle::State_MouseOver;
+    const QRectF box = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(option.palette.color(group, isUnderMouse ? QPalette::Link : QPalette::Mid)
+                       .lighter(isUnderMouse ? 100 : 260));
+    painter.setBrush(option.palette.color(group, QPalette::Base));
+    painter.drawRoundedRect(box, 2.0, 2.0);
+    const double unit = box.width() / 15.0;
+    const auto at = [&](double x, double y) { return box.topLeft() + QPointF(x, y) * unit; };
+    if (option.state & QStyle::State_NoChange) {
+        painter.fillRect(QRectF(at(4.0, 6.0), at(11.0, 9.0)), text);
+    } else if (option.state & QStyle::State_On) {
+        painter.setPen(QPen(text, 2.0 * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const QPointF mark[] = {at(3.5, 7.5), at(6.5, 10.5), at(11.5, 4.5)};
+        painter.drawPolyline(mark, 3);
+    }
+    painter.restore();
+}
+
 /// A disc with a letter, for message boxes.
 QIcon sign(const QColor& color, QChar letter)
 {
@@ -84,6 +110,10 @@ public:
             painter->setPen(option->palette.color(QPalette::Light));
             painter->setBrush(option->palette.color(QPalette::AlternateBase));
             painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+            return;
+        }
+        if (element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck) {
+            drawCheckBox(*painter, *option);
             return;
         }
         if (element != PE_FrameFocusRect) {
