@@ -1,7 +1,6 @@
-#include "gui/componentinterface/border.h"
+#include "gui/componentinterface/button.h"
 #include "gui/componentinterface/list.h"
 #include "gui/componentinterface/menubar.h"
-#include "gui/componentinterface/textbox.h"
 #include "gui/qt/boxlayout.h"
 #include "gui/qt/layout_viewer.h"
 #include "gui/qt/pixmap.h"
@@ -13,6 +12,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QTemporaryDir>
 
 #include <fstream>
@@ -152,6 +152,44 @@ TEST_F(Layout, imagesComeAtTheScreensDensity)
     window->setVariable("[images]", path);
     window->show();
     EXPECT_EQ(at(1).size(), (Size{10, 8}));
+}
+
+TEST_F(Layout, aButtonsImagesFollowItsState)
+{
+    const QTemporaryDir folder;
+    const auto make = [&](const char* name, const QColor& color) {
+        QImage image(24, 16, QImage::Format_ARGB32);
+        image.fill(color);
+        image.save(folder.filePath(name));
+    };
+    make("default.png", Qt::red);
+    make("pressed.png", Qt::green);
+    make("toggled.png", Qt::blue);
+    make("disabled.png", Qt::black);
+    window = build(
+        "<dialog><list><button id='1' toggle='yes' img_default='[images]/default.png' "
+        "img_pressed='[images]/pressed.png' img_toggle_default='[images]/toggled.png' "
+        "img_disabled='[images]/disabled.png'/><button id='2' img_default='[images]/default.png' "
+        "img_pressed='[images]/missing.png'/></list></dialog>");
+    window->setVariable("[images]", folder.path().toStdString());
+    window->show();
+    QApplication::processEvents();
+    EXPECT_TRUE(toButton(&at(1))->hasImages());
+    EXPECT_FALSE(toButton(&at(2))->hasImages()) << "one of the pair is missing";
+    EXPECT_EQ(at(1).size(), (Size{24, 16}));
+    EXPECT_EQ(at(1).maxSize(), (Size{24, 16}));
+    auto& button = widgetAs<QPushButton>(1);
+    const auto color = [&] { return QColor(button.grab().toImage().pixel(12, 8)); };
+    EXPECT_EQ(color(), QColor(Qt::red));
+    button.setDown(true);
+    EXPECT_EQ(color(), QColor(Qt::green));
+    button.setDown(false);
+    toButton(&at(1))->setChecked(true);
+    EXPECT_EQ(color(), QColor(Qt::blue));
+    button.setDown(true);
+    EXPECT_EQ(color(), QColor(Qt::blue)) << "the toggled row has no pressed image of its own";
+    at(1).setEnabled(false, false);
+    EXPECT_EQ(color(), QColor(Qt::black));
 }
 
 TEST_F(Layout, menusTellTheirIds)
