@@ -72,6 +72,10 @@ public:
     int currentIndex() const override { return current_; }
 
 protected:
+    void replaceItem(int index, const std::string& text) ///< has(index)
+    {
+        items_[static_cast<std::size_t>(index)] = text;
+    }
     [[nodiscard]] bool has(int index) const { return index >= 0 && index < count(); }
     /// Where an item goes that is inserted at an index.
     [[nodiscard]] int place(int index) const

@@ -139,7 +139,9 @@ void Button::paintContent(QPaintEvent* event)
     if (flat())
         painter.fillRect(rect(), toQColor(flatColor()));
     if (hasImages()) {
+        painter.setOpacity(QPushButton::isEnabled() || !images_.lackDisabled() ? 1.0 : 0.4);
         painter.drawPixmap(0, 0, images_.of(*this));
+        painter.setOpacity(1.0);
     } else {
         painter.setPen(
             palette().color(QPushButton::isEnabled() ? QPalette::Normal : QPalette::Disabled,

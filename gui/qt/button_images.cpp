@@ -45,6 +45,11 @@ const QPixmap& ButtonImages::of(const QAbstractButton& button) const
     return isThere(wanted) ? wanted : images_[row];
 }
 
+bool ButtonImages::lackDisabled() const
+{
+    return !isThere(at(ButtonImage::Disabled));
+}
+
 Size ButtonImages::size() const
 {
     const QPixmap& image = isThere(at(ButtonImage::Default)) ? at(ButtonImage::Default)

@@ -25,6 +25,8 @@ public:
     [[nodiscard]] bool areThere() const;
     /// The image of the button's state; where it has none, the nearest state's.
     [[nodiscard]] const QPixmap& of(const QAbstractButton& button) const;
+    /// Whether a disabled button must be told from an enabled one by other means.
+    [[nodiscard]] bool lackDisabled() const;
     /// Logical pixels.
     [[nodiscard]] Size size() const;
 

@@ -32,7 +32,15 @@ void CheckBox::setState(CheckState state)
     silent_ = true;
     change(state);
     silent_ = before;
-    QCheckBox::setTristate(tristate()); // Qt makes it one with the third state
+}
+
+void CheckBox::nextCheckState()
+{
+    // Qt takes a box for one of three states once it has had the third one.
+    if (tristate())
+        QCheckBox::nextCheckState();
+    else
+        change(value() ? CheckState::Off : CheckState::On);
 }
 
 void CheckBox::setTristate(bool value)

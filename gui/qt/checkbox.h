@@ -17,6 +17,7 @@ public:
     void setTristate(bool value) override;
 
 protected:
+    void nextCheckState() override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

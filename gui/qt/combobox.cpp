@@ -14,6 +14,7 @@ void ComboBox::silently(Change change)
 ComboBox::ComboBox(const util::xml::Element& element) : QtComponent(element)
 {
     QComboBox::setEditable(editable());
+    setInsertPolicy(QComboBox::NoInsert); // Return would add what was typed
     for (int i = 0; i < ItemComponent::count(); ++i)
         QComboBox::addItem(QString::fromStdString(itemAt(i)));
     const auto tell = [this](std::uint32_t id) {

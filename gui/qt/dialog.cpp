@@ -184,7 +184,8 @@ void Dialog::showModal()
 {
     setModal(true);
     component::Dialog::showModal();
-    QWidget::show();
+    if (modal_) // no listener has closed it at once
+        QWidget::show();
 }
 
 void Dialog::endModal()
@@ -219,6 +220,16 @@ bool Dialog::event(QEvent* event)
         QCoreApplication::sendEvent(this, &told);
     }
     return handled;
+}
+
+void Dialog::keyPressEvent(QKeyEvent* event)
+{
+    // Qt closes any dialog by Escape; a window that the user works in would go by accident.
+    const bool wouldClose = event->key() == Qt::Key_Escape && !modal_;
+    if (wouldClose)
+        takeKey(*this, *event, message::keyPressed, false);
+    else
+        QtContainer::keyPressEvent(event);
 }
 
 void Dialog::keyReleaseEvent(QKeyEvent* event)

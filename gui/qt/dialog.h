@@ -26,6 +26,7 @@ public:
 protected:
     bool event(QEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void done(int code) override; ///< the user's closing comes here too
     void build() override;
     void applyVisible(bool value) override;

@@ -122,6 +122,14 @@ void FloatingMenu::showEvent(QShowEvent* event)
                      button->screen()->availableGeometry()));
 }
 
+void FloatingMenu::paintEvent(QPaintEvent* event)
+{
+    QMenu::paintEvent(event);
+    QPainter painter(this); // an outline, which a menu without items has not in every style
+    painter.setPen(palette().color(QPalette::Light));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
 QPoint flyOutPlace(const QRect& button, const QSize& menu, const QRect& screen)
 {
     int x = button.left(), y = button.top() + button.height();

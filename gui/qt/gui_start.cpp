@@ -86,9 +86,10 @@ Status startGui()
         QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
         QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
             Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+        // Never ended: at process exit Qt's own statics, which it needs, would be gone before it.
         static int count = 0;
-        static MyApp application(count, nullptr);
-        applyStyle(application);
+        static MyApp* const application = new MyApp(count, nullptr);
+        applyStyle(*application);
     }
     softenInactiveHighlight();
     registerComponents();

@@ -1,6 +1,5 @@
 #include "gui/qt/layout_viewer.h"
 
-#include "gui/componentinterface/tree.h"
 #include "gui/qt/gui_start.h"
 #include "util/factory.h"
 #include "util/xml/element.h"
@@ -8,6 +7,8 @@
 #include <QApplication>
 #include <QPixmap>
 #include <QWidget>
+
+#include <cstdio>
 
 namespace tvw::gui {
 
@@ -43,6 +44,13 @@ Element inDialog(const Element& element)
     return dialog;
 }
 
+/// What a platform without a display says about what it can't do is no news here.
+void onlyErrors(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+}
+
 Status draw(Component& window, const std::string& path)
 {
     QApplication::processEvents(); // the layouts settle
@@ -72,6 +80,8 @@ Result<ComponentPtr> loadLayout(const std::string& path)
 Status showLayout(const std::string& path, const std::string& imagesFolder,
                   const std::string& screenshot)
 {
+    if (!screenshot.empty())
+        qInstallMessageHandler(onlyErrors);
     if (const Status started = startGui(); !started)
         return started;
     Result<ComponentPtr> loaded = loadLayout(path);

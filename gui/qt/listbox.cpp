@@ -10,6 +10,10 @@ ListBox::ListBox(const util::xml::Element& element) : QtScrollComponent(element)
                      [this] { notify(message::selectionChanged); });
     QObject::connect(this, &QListWidget::itemDoubleClicked, this,
                      [this] { notify(message::itemActivated); });
+    QObject::connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
+        if (has(QListWidget::row(item))) // the user has edited it
+            replaceItem(QListWidget::row(item), item->text().toStdString());
+    });
 }
 
 void ListBox::insertRow(const std::string& text, int row)

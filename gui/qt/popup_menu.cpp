@@ -4,6 +4,7 @@
 
 #include <QCursor>
 #include <QMenu>
+#include <QPointer>
 
 namespace tvw::gui {
 
@@ -37,18 +38,16 @@ void fill(QMenu& menu, const Element& popup)
 
 } // namespace
 
-std::unique_ptr<QMenu> makePopupMenu(const Element& popup, QWidget& owner)
-{
-    auto menu = std::make_unique<QMenu>(&owner);
-    fill(*menu, popup);
-    return menu;
-}
-
 std::optional<int> runPopupMenu(const Element& popup, QWidget& owner)
 {
-    const std::unique_ptr<QMenu> menu = makePopupMenu(popup, owner);
+    const QPointer<QMenu> menu = new QMenu(&owner); // which ends it, if it ends in the meantime
+    fill(*menu, popup);
     const QAction* const chosen = menu->exec(QCursor::pos());
-    return chosen ? std::optional(chosen->data().toInt()) : std::nullopt;
+    if (!menu)
+        return std::nullopt;
+    const std::optional<int> id = chosen ? std::optional(chosen->data().toInt()) : std::nullopt;
+    delete menu;
+    return id;
 }
 
 } // namespace tvw::gui

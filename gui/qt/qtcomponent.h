@@ -27,7 +27,8 @@ public:
     {
         this->setWidgetOf(this);
         W::hide();
-        W::setStyleSheet(QString::fromStdString(Model::styleSheet()));
+        if (!Model::styleSheet().empty())
+            W::setStyleSheet(QString::fromStdString(Model::styleSheet()));
         applyLimitsTo(*this, *this);
         if (Model::size() != Size{})
             W::resize(Model::size().width, Model::size().height);

@@ -1,6 +1,8 @@
 #include "gui/qt/style.h"
 
 #include <QApplication>
+#include <QFrame>
+#include <QIcon>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
@@ -46,7 +48,56 @@ QPalette darkPalette()
     return palette;
 }
 
-/// Fusion with a focus rectangle that can be seen on dark ground.
+constexpr int kIndicator = 16; ///< side of a check box [logical pixels]
+
+/// A check box whose outline can be seen when it is empty.
+void drawCheckBox(QPainter& painter, const QStyleOption& option)
+{
+    const bool isEnabled = option.state & QStyle::State_Enabled;
+    const QPalette::ColorGroup group = isEnabled ? QPalette::Active : QPalette::Disabled;
+    const QColor text = option.palette.color(group, QPalette::Text);
+    const bool isUnderMouse = isEnabled && option.state & QStyle::State_MouseOver;
+    const QRectF box = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(option.palette.color(group, isUnderMouse ? QPalette::Link : QPalette::Mid)
+                       .lighter(isUnderMouse ? 100 : 260));
+    painter.setBrush(option.palette.color(group, QPalette::Base));
+    painter.drawRoundedRect(box, 2.0, 2.0);
+    const double unit = box.width() / 15.0;
+    const auto at = [&](double x, double y) { return box.topLeft() + QPointF(x, y) * unit; };
+    if (option.state & QStyle::State_NoChange) {
+        painter.fillRect(QRectF(at(4.0, 6.0), at(11.0, 9.0)), text);
+    } else if (option.state & QStyle::State_On) {
+        painter.setPen(QPen(text, 2.0 * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const QPointF mark[] = {at(3.5, 7.5), at(6.5, 10.5), at(11.5, 4.5)};
+        painter.drawPolyline(mark, 3);
+    }
+    painter.restore();
+}
+
+/// A disc with a letter, for message boxes.
+QIcon sign(const QColor& color, QChar letter)
+{
+    constexpr int kSide = 96; // enough for 48 logical pixels on a dense screen
+    QPixmap pixmap(kSide, kSide);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawEllipse(pixmap.rect().adjusted(4, 4, -4, -4));
+    QFont font = QApplication::font();
+    font.setPixelSize(kSide * 5 / 8);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    painter.drawText(pixmap.rect(), Qt::AlignCenter, letter);
+    return pixmap;
+}
+
+/// Fusion with a focus rectangle that can be seen on dark ground and thin frames that are not
+/// louder than what they hold.
 class Look : public QProxyStyle
 {
 public:
@@ -55,6 +106,16 @@ public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override
     {
+        if (element == PE_PanelMenu) { // with an outline, else it runs into the window under it
+            painter->setPen(option->palette.color(QPalette::Light));
+            painter->setBrush(option->palette.color(QPalette::AlternateBase));
+            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+            return;
+        }
+        if (element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck) {
+            drawCheckBox(*painter, *option);
+            return;
+        }
         if (element != PE_FrameFocusRect) {
             QProxyStyle::drawPrimitive(element, option, painter, widget);
             return;
@@ -67,19 +128,46 @@ public:
         painter->restore();
     }
 
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* answer) const override
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override
     {
-        // Tooltips stand in the status line too; a bubble at once would hide what is under it.
-        return hint == SH_ToolTip_WakeUpDelay
-                   ? 1000
-                   : QProxyStyle::styleHint(hint, option, widget, answer);
+        const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+        if (element != CE_ShapedFrame || !frame || frame->frameShape != QFrame::Box) {
+            QProxyStyle::drawControl(element, option, painter, widget);
+            return;
+        }
+        QStyleOptionFrame quiet = *frame;
+        quiet.palette.setColor(QPalette::WindowText, quiet.palette.color(QPalette::Light));
+        QProxyStyle::drawControl(element, &quiet, painter, widget);
+    }
+
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
+                       const QWidget* widget) const override
+    {
+        switch (which) {
+        case SP_MessageBoxQuestion:
+            return sign(QColor(0x2f, 0x7f, 0xd1), QLatin1Char('?'));
+        case SP_MessageBoxInformation:
+            return sign(QColor(0x2f, 0x7f, 0xd1), QLatin1Char('i'));
+        case SP_MessageBoxWarning:
+            return sign(QColor(0xc9, 0x8a, 0x1b), QLatin1Char('!'));
+        case SP_MessageBoxCritical:
+            return sign(QColor(0xc9, 0x3c, 0x37), QLatin1Char('!'));
+        default:
+            return QProxyStyle::standardIcon(which, option, widget);
+        }
+    }
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override
+    {
+        const bool isIndicator = metric == PM_IndicatorWidth || metric == PM_IndicatorHeight;
+        return isIndicator ? kIndicator : QProxyStyle::pixelMetric(metric, option, widget);
     }
 };
 
 const char* const kStyleSheet =
     "QToolTip { color: #e2e4e8; background: #17181a; border: 1px solid #52565d; padding: 3px; }"
-    "QMenu::separator { height: 1px; background: #474a51; margin: 4px 8px; }"
     "QMenuBar { background: #232529; }"
     "QMenuBar::item { padding: 4px 8px; background: transparent; }"
     "QMenuBar::item:selected { background: #2f7fd1; color: white; }";

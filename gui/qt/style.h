@@ -1,13 +1,10 @@
-/// How the program looks: one palette, one spacing.
+/// How the program looks.
 #pragma once
 
 class QApplication;
 class QWidget;
 
 namespace tvw::gui {
-
-/// Spacing that windows built by hand share with the layouts [logical pixels].
-inline constexpr int kSpacing = 4;
 
 /// Dark, calm, with one accent colour: for our own program. In a host the host's look stays.
 void applyStyle(QApplication& application);

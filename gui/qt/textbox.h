@@ -14,6 +14,7 @@ public:
 
     std::string text() const override { return QLineEdit::text().toStdString(); }
     void setText(const std::string& text) override;
+    QSize sizeHint() const override;
 
 protected:
     bool passesUndoKeysOn() const override { return true; }

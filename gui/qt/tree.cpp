@@ -307,9 +307,10 @@ void Tree::mouseReleaseEvent(QMouseEvent* event)
     if (menu.childCount() == 0)
         return;
     const std::optional<int> chosen = runPopupMenu(menu, *this);
-    // The menu has run its own events: the node may have gone meanwhile.
-    Node* const still = nodes_->find(node);
-    if (chosen && still != nullptr)
+    if (!chosen)
+        return;
+    // Other events have run meanwhile: the node may have gone.
+    if (Node* const still = nodes_->find(node))
         still->onMenuCommand(*chosen);
 }
 

@@ -43,6 +43,8 @@ bool handleCommonEvent(StdComponent& component, QWidget& widget, QEvent& event)
         showTooltipLine(component, {});
         widget.update();
         return false;
+    case QEvent::ContextMenu: // the widget's own menu would come ahead of ours
+        return component.effectivePopup().childCount() > 0;
     default:
         return handlePopup(component, widget, event);
     }

@@ -124,6 +124,21 @@ TEST_F(Composites, hooksComeInOrder)
     a->destroy();
 }
 
+TEST_F(Composites, aChildGoesToItsPlace)
+{
+    Branch root("root");
+    auto* const a = new Branch("a");
+    auto* const b = new Branch("b");
+    auto* const c = new Branch("c");
+    root.insertChild(c, 9); // behind the last
+    root.insertChild(a, 0);
+    EXPECT_TRUE(root.insertChild(b, 1));
+    EXPECT_THAT(root.children(), ElementsAre(a, b, c));
+    EXPECT_EQ(events.back(), "root got b1");
+    root.insertChild(a, 2); // where it stands once it has left
+    EXPECT_THAT(root.children(), ElementsAre(b, c, a));
+}
+
 TEST_F(Composites, aChildThatEndsLeavesItsParent)
 {
     Branch root("root");
