@@ -1,0 +1,32 @@
+/// Poses of nodes as models keep them: without scale, which is read once and put back.
+#pragma once
+
+#include "util/transform.h"
+
+#include <cmath>
+
+namespace tvw::rgs {
+
+/// Whether a node stands where a model left it, rounding aside.
+inline bool standsAt(const Matrix4& node, const QTransformd& pose)
+{
+    constexpr double kTolerance = 1e-9;
+    const QTransformd now = toTransform(node);
+    const double apart = length(now.translation - pose.translation);
+    return apart <= kTolerance * (1.0 + length(pose.translation)) &&
+           1.0 - std::abs(dot(now.rotation, pose.rotation)) < kTolerance;
+}
+
+/// The scale of a pose; a length of 1 but for rounding is 1, so that reading what was written gives
+/// the same bits.
+inline Vector3d keptScale(const Matrix4& pose)
+{
+    Vector3d scale = scaleOf(pose);
+    for (int i = 0; i < 3; ++i) {
+        if (std::abs(scale[i] - 1.0) < 1e-9)
+            scale[i] = 1.0;
+    }
+    return scale;
+}
+
+} // namespace tvw::rgs
