@@ -2,8 +2,11 @@
 
 #include "plugins/release/carextended/carextended_CCarCamPlugin.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamPlugin.h"
+#include "plugins/release/observercam/observercam_CObserverCamPlugin.h"
+#include "plugins/release/observercamfree/observercamfree_CObserverCamFreePlugin.h"
 #include "plugins/release/sinusoid/sinusoid_CSinusoidPlugin.h"
 #include "plugins/release/steadycam/steadycam_CSteadyCamPlugin.h"
+#include "plugins/release/zerogcam/zerogcam_CZeroGCamPlugin.h"
 
 namespace tvw::rgs {
 
@@ -18,7 +21,10 @@ CCameraPlugin* make()
 constexpr MakePlugin kTools[] = {
     &make<addon::CCarCamPlugin>,
     &make<addon::CMotionFilterCamPlugin>,
+    &make<addon::CObserverCamFreePlugin>,
+    &make<addon::CObserverCamPlugin>,
     &make<addon::CSteadyCamPlugin>,
+    &make<addon::CZeroGCamPlugin>,
     &make<addon::CSinusoidPlugin>,
 };
 
