@@ -24,10 +24,7 @@ public:
     /// Whether the node still stands where a take left the body at a time [s].
     bool continuesAt(const SceneNode& node, double time, double dt) const
     {
-        const auto records = newest_->records();
-        return !records.empty() && records.back().time > time - dt / 2 &&
-               records.front().time < time + dt / 2 &&
-               standsAt(node.local(time), newest_->get(time));
+        return rgs::continuesAt(*newest_, node.local(time), time, dt);
     }
 
     /// Takes the node's motion up to a time [s], in steps of h [s].
