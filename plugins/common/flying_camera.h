@@ -89,6 +89,7 @@ private:
     void runStarts(double time) final
     {
         scale_ = keptScale(this->node(kFlyingCamera).local(time));
+        lens_.start(this->runtime(), this->node(kFlyingCamera), time, this->settings.lens);
         if (!anew_)
             return;
         const double h = subSteps(this->stepLength()).length;
@@ -104,7 +105,7 @@ private:
             fly(steps.length);
         SceneNode& camera = this->node(kFlyingCamera);
         camera.setLocal(time, scaled(toMatrix(body_.pose()), scale_));
-        lens_.write(this->runtime(), camera, time, this->settings.lens);
+        lens_.write(this->runtime(), camera, time, this->stepLength(), this->settings.lens);
         this->node(kHumanoid).setLocal(
             time, besideCamera(body_.pose().rotation, this->settings.relativeScale));
     }

@@ -37,21 +37,37 @@ public:
         store.nearest(prefix + "fPrevTargetDistance", previous_.targetDistance);
     }
 
-    void write(CInterface& runtime, const SceneNode& node, double time, const LensSpinners& wanted)
+    /// At the start of a run the lens is as the spinners say.
+    void start(CInterface& runtime, const SceneNode& node, double time, const LensSpinners& wanted)
     {
-        const bool turned = wanted.fieldOfView != previous_.fieldOfView && wanted.fieldOfView > 0.0;
-        const bool focused = wanted.targetDistance != previous_.targetDistance;
-        if (turned || focused)
-            withLens(runtime, node, time, [&](CSnapshot_Lens& lens) {
-                if (turned)
-                    lens.setFieldOfView(wanted.fieldOfView);
-                if (focused)
-                    lens.setTargetDistance(wanted.targetDistance);
-            });
+        write(runtime, node, time, 0.0, wanted);
+    }
+
+    /// In a frame of dt [s]. A change lays a key a frame earlier too, with the value there: the
+    /// host would glide towards the change from the last key.
+    void write(CInterface& runtime, const SceneNode& node, double time, double dt,
+               const LensSpinners& wanted)
+    {
+        if (wanted.fieldOfView != previous_.fieldOfView && wanted.fieldOfView > 0.0)
+            change(runtime, node, time, dt, wanted.fieldOfView, &CSnapshot_Lens::getFieldOfView,
+                   &CSnapshot_Lens::setFieldOfView);
+        if (wanted.targetDistance != previous_.targetDistance)
+            change(runtime, node, time, dt, wanted.targetDistance,
+                   &CSnapshot_Lens::getTargetDistance, &CSnapshot_Lens::setTargetDistance);
         previous_ = wanted;
     }
 
 private:
+    static void change(CInterface& runtime, const SceneNode& node, double time, double dt,
+                       double value, double (CSnapshot_Lens::*get)(),
+                       void (CSnapshot_Lens::*set)(double))
+    {
+        if (dt > 0.0)
+            withLens(runtime, node, time - dt,
+                     [&](CSnapshot_Lens& lens) { (lens.*set)((lens.*get)()); });
+        withLens(runtime, node, time, [&](CSnapshot_Lens& lens) { (lens.*set)(value); });
+    }
+
     LensSpinners previous_; ///< as last written
 };
 
