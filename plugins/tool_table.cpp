@@ -2,6 +2,7 @@
 
 #include "plugins/release/carextended/carextended_CCarCamPlugin.h"
 #include "plugins/release/gyro/gyro_CGyroCamPlugin.h"
+#include "plugins/release/horrorcam/horrorcam_CHorrorCamPlugin.h"
 #include "plugins/release/humanizercam/humanizercam_CHumanizerCamPlugin.h"
 #include "plugins/release/lookatcam/lookatcam_CLookAtCamPlugin.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamPlugin.h"
@@ -24,6 +25,7 @@ CCameraPlugin* make()
 
 constexpr MakePlugin kTools[] = {
     &make<addon::CCarCamPlugin>,
+    &make<addon::CHorrorCamPlugin>,
     &make<addon::CHumanizerCamPlugin>,
     &make<addon::CLookAtCamPlugin>,
     &make<addon::CMotionFilterCamPlugin>,

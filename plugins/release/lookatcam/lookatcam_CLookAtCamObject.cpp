@@ -15,7 +15,7 @@ CLookAtCamObject::CLookAtCamObject(const CreateParam& param)
 
 void CLookAtCamObject::look(double time)
 {
-    SceneNode& camera = node(kLookAtCam);
+    SceneNode& camera = node(kTargetCamera);
     const Matrix4 present = camera.global(time);
     const Vector3d way = translationOf(node(kTargetMesh).global(time)) - translationOf(present);
     const double distance = length(way);

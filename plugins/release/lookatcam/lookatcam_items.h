@@ -2,7 +2,7 @@
 #pragma once
 
 #include "plugins/common/camera_items.h"
-#include "plugins/common/helper_meshes.h"
+#include "plugins/common/target_camera.h"
 
 namespace tvw::rgs::addon::lookatcam {
 
@@ -17,31 +17,7 @@ inline constexpr auto kItems =
          hideItems<Settings>("General Modes"));
 static_assert(isSound(kItems));
 
-enum NodeIndex : std::size_t { kTargetMesh, kLookAtCam };
-
-/// A new camera stands off its target.
-inline Matrix4 startPlace()
-{
-    Matrix4 place;
-    setTranslation(place, {0, 0, 5});
-    return place;
-}
-
-inline constexpr NodeRow kNodes[] = {
-    {.prefix = {},
-     .name = "TargetMesh",
-     .mesh = &shape::target,
-     .color = kReferenceColor,
-     .keyed = false,
-     .selected = true},
-    {.prefix = {},
-     .name = "LookAtCam",
-     .mesh = &shape::camera,
-     .color = kCameraColor,
-     .kind = nodekind::camera,
-     .group = NodeGroup::First,
-     .place = &startPlace},
-};
+inline constexpr auto kNodes = targetNodes("LookAtCam");
 
 inline constexpr ToolSpec kSpec{.nodes = kNodes, .switches = kCameraSwitches};
 

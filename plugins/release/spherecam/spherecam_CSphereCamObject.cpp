@@ -39,19 +39,19 @@ CSphereCamObject::CSphereCamObject(const CreateParam& param)
 bool CSphereCamObject::nodesCreated()
 {
     constexpr double kFieldOfView = 54.0; // [degrees]
-    return withLens(runtime(), node(kSphereCam), runtime().getTime(),
+    return withLens(runtime(), node(kTargetCamera), runtime().getTime(),
                     [](CSnapshot_Lens& lens) { lens.setFieldOfView(kFieldOfView); });
 }
 
 bool CSphereCamObject::startsAnew(double time)
 {
-    anew_ = !continuesAt(*cameraLine_, node(kSphereCam).global(time), time, stepLength());
+    anew_ = !continuesAt(*cameraLine_, node(kTargetCamera).global(time), time, stepLength());
     return anew_;
 }
 
 void CSphereCamObject::runStarts(double time)
 {
-    scale_ = keptScale(node(kSphereCam).global(time));
+    scale_ = keptScale(node(kTargetCamera).global(time));
     if (anew_)
         takeOrbit(time);
 }
@@ -67,7 +67,7 @@ void CSphereCamObject::takeOrbit(double time)
     constexpr double kSmallest = 0.01; // of the radius at the start
     const QTransformd target = toTransform(node(kTargetMesh).global(time));
     sphere_ = {target.translation, sphereRotation(target.rotation)};
-    camera_ = toTransform(node(kSphereCam).global(time));
+    camera_ = toTransform(node(kTargetCamera).global(time));
     const Vector3d right = rotate(camera_.rotation, {1, 0, 0});
     const Vector3d in = sphere_.translation - camera_.translation;
     radius_ = length(in);
@@ -93,7 +93,7 @@ void CSphereCamObject::step(double time)
     turnOrbit(dt);
     level(dt);
     moveCamera(dt);
-    node(kSphereCam).setGlobal(time, scaled(toMatrix(camera_), scale_));
+    node(kTargetCamera).setGlobal(time, scaled(toMatrix(camera_), scale_));
 }
 
 void CSphereCamObject::followTarget(const QTransformd& target, double dt)

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "plugins/common/camera_items.h"
-#include "plugins/common/helper_meshes.h"
 #include "plugins/common/observer_input.h"
+#include "plugins/common/target_camera.h"
 
 namespace tvw::rgs::addon::spherecam {
 
@@ -63,31 +63,7 @@ inline constexpr auto kItems = join(
     observerItems<S, &S::inputs>(kInputTable, kLive), std::array{I::end()});
 static_assert(isSound(kItems));
 
-enum NodeIndex : std::size_t { kTargetMesh, kSphereCam };
-
-/// A new camera stands off its target.
-inline Matrix4 startPlace()
-{
-    Matrix4 place;
-    setTranslation(place, {0, 0, 5});
-    return place;
-}
-
-inline constexpr NodeRow kNodes[] = {
-    {.prefix = {},
-     .name = "TargetMesh",
-     .mesh = &shape::target,
-     .color = kReferenceColor,
-     .keyed = false,
-     .selected = true},
-    {.prefix = {},
-     .name = "SphereCam",
-     .mesh = &shape::camera,
-     .color = kCameraColor,
-     .kind = nodekind::camera,
-     .group = NodeGroup::First,
-     .place = &startPlace},
-};
+inline constexpr auto kNodes = targetNodes("SphereCam");
 
 inline constexpr auto kInputRows = observerInputRows(kInputTable);
 inline constexpr ToolSpec kSpec{.nodes = kNodes, .inputs = kInputRows, .switches = kCameraSwitches};
