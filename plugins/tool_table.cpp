@@ -1,5 +1,6 @@
 #include "plugins/tool_table.h"
 
+#include "plugins/release/autofocuscam/autofocuscam_CAutoFocusCamPlugin.h"
 #include "plugins/release/carextended/carextended_CCarCamPlugin.h"
 #include "plugins/release/gyro/gyro_CGyroCamPlugin.h"
 #include "plugins/release/horrorcam/horrorcam_CHorrorCamPlugin.h"
@@ -25,6 +26,7 @@ CCameraPlugin* make()
 
 constexpr MakePlugin kTools[] = {
     &make<addon::CCarCamPlugin>,
+    &make<addon::CAutoFocusCamPlugin>,
     &make<addon::CHorrorCamPlugin>,
     &make<addon::CHumanizerCamPlugin>,
     &make<addon::CLookAtCamPlugin>,
