@@ -99,6 +99,7 @@ inline constexpr NodeRow kNodes[] = {
      .color = kCameraColor,
      .kind = nodekind::camera,
      .group = NodeGroup::First,
+     .keyed = false,
      .selected = true},
     {.prefix = {},
      .name = "FocalTarget_1",
