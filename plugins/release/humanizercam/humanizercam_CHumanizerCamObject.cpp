@@ -51,6 +51,8 @@ void CHumanizerCamObject::step(double time)
     node(0).setLocal(time, mInit_ * toMatrix(shakeTransform_));
 }
 
+/// The sign is drawn apart: an odd or fractional exponent leaves only the draws above 0, which would
+/// push the camera off to one side.
 Vector3d CHumanizerCamObject::kicks()
 {
     constexpr double kHundredth = 0.01;
@@ -62,8 +64,9 @@ Vector3d CHumanizerCamObject::kicks()
     for (int axis = 0; axis < 3; ++axis) {
         const double r = (random.below(10000) - 5000.0) / 5000.0;
         const double s = std::pow(r, settings.irregularity); // no number: no kick
+        const double sign = random.below(2) == 0 ? 1.0 : -1.0;
         if (settings.threshold * kHundredth <= s)
-            sum += axes.axis(axis) * (std::copysign(amplitude * s, r) * sizes[axis]);
+            sum += axes.axis(axis) * (sign * amplitude * s * sizes[axis]);
     }
     random_ = random.state();
     return sum;
