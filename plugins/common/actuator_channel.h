@@ -70,6 +70,13 @@ public:
         response(output_, filterMem_, factor, dt);
     }
 
+    /// Neither filter stays below the value.
+    void keepAbove(double minimum)
+    {
+        if (output_ < minimum)
+            output_ = filterMem_ = minimum;
+    }
+
     /// Every stage rests at this value.
     void settle(double value) { previous_ = integral_ = filterMem_ = output_ = value; }
 
