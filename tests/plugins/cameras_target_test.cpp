@@ -103,9 +103,17 @@ TEST_F(TargetCameras, TheSphereTakesItsOrbitFromWhereTheCameraStands)
     record(4.0, [&](double t) { hold("Anti-Roll Regulator", t > 1.0); });
     expectNear(pose("SphereCam", 0.0).translation, {3, 0, 4}, 1e-12, "start");
     expectNear(pose("SphereCam", 0.04).translation, {3, 0, 4}, 1e-9, "place");
-    expectLooksAt("SphereCam", 0.04, {}, "aimed at once, as its factor of 1 says");
+    for (const double t : {0.0, 0.04})
+        expectLooksAt("SphereCam", t, {}, "aimed at once, as its factor of 1 says");
     EXPECT_NEAR(world("SphereCam", 1.0)[1], std::sin(0.3), 1e-9) << "the roll stays";
     EXPECT_NEAR(world("SphereCam", 4.0)[1], 0.0, 1e-3) << "until the regulator takes it";
+
+    place("SphereCam");
+    set(*tool, "Camera Orient Resp Fact", 0.1);
+    key("SphereCam", 0.0, at({3, 0, 4}));
+    record(4.0);
+    expectNear(turning("SphereCam", 0.04), {0, 2, 0}, 0.5, "turns in softly"); // by a tenth of 0.64
+    EXPECT_NEAR(toRotationVector(pose("SphereCam", 4.0).rotation).y, std::atan2(3.0, 4.0), 1e-3);
 }
 
 TEST_F(TargetCameras, LookAtsTheirTarget)

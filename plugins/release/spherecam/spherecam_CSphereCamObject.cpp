@@ -52,8 +52,16 @@ bool CSphereCamObject::startsAnew(double time)
 void CSphereCamObject::runStarts(double time)
 {
     scale_ = keptScale(node(kTargetCamera).global(time));
-    if (anew_)
-        takeOrbit(time);
+    if (!anew_)
+        return;
+    takeOrbit(time);
+    moveCamera(0.0); // a camera without softness looks at the centre from the first key on
+    writeCamera(time);
+}
+
+void CSphereCamObject::writeCamera(double time)
+{
+    node(kTargetCamera).setGlobal(time, scaled(toMatrix(camera_), scale_));
 }
 
 Quatd CSphereCamObject::sphereRotation(const Quatd& target) const
@@ -93,7 +101,7 @@ void CSphereCamObject::step(double time)
     turnOrbit(dt);
     level(dt);
     moveCamera(dt);
-    node(kTargetCamera).setGlobal(time, scaled(toMatrix(camera_), scale_));
+    writeCamera(time);
 }
 
 void CSphereCamObject::followTarget(const QTransformd& target, double dt)

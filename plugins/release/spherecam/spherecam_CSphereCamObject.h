@@ -24,6 +24,7 @@ private:
     void turnOrbit(double dt);
     void level(double dt);
     void moveCamera(double dt);
+    void writeCamera(double time);
 
     /// Orbit * sphere is the camera's orientation, its Z axis the way from the centre to the
     /// camera.
