@@ -48,7 +48,8 @@ struct ObserverInput
         const double factor = settings.share();
         const bool atOnce = factor == 0.0 || factor == 1.0 || dt <= 0.0;
         output = value;
-        filterMem = atOnce ? value : lagStep(value, previous, factor, dt / tvw::detail::kFilterTimeBase);
+        filterMem =
+            atOnce ? value : lagStep(value, previous, factor, dt / tvw::detail::kFilterTimeBase);
     }
 
     void stop() { filterMem = output = 0.0; }

@@ -64,7 +64,7 @@ def step_answer(stage, tool, seconds):
     return times, [tool.node("FollowCam").position(t)[0] for t in times]
 
 
-def plot_steps(rigstage, axes, type_id, profiles, seconds):
+def draw_steps(rigstage, axes, type_id, profiles, seconds):
     for profile in profiles:
         with new_stage(rigstage, seconds) as stage:
             tool = stage.create(type_id)
@@ -78,11 +78,11 @@ def plot_steps(rigstage, axes, type_id, profiles, seconds):
 
 
 def plot_motionfiltercam(rigstage, axes):
-    plot_steps(rigstage, axes, "MotionFilterCam", ("Tight", "Bouncy", "Smooth Filtering"), 4.0)
+    draw_steps(rigstage, axes, "MotionFilterCam", ("Tight", "Bouncy", "Smooth Filtering"), 4.0)
 
 
 def plot_steadycam(rigstage, axes):
-    plot_steps(rigstage, axes, "SoftMotionCam", ("Start Profile", "FollowCam"), 4.0)
+    draw_steps(rigstage, axes, "SoftMotionCam", ("Start Profile", "FollowCam"), 4.0)
 
 
 def plot_humanizercam(rigstage, axes):
@@ -277,7 +277,7 @@ def main():
 
     folder = sys.argv[1] if len(sys.argv) > 1 else "."
     for name, function in sorted(globals().items()):
-        if not name.startswith("plot_") or name == "plot_steps":
+        if not name.startswith("plot_"):
             continue
         figure, axes = plt.subplots(figsize=(7, 4.5), layout="constrained")
         function(rigstage, axes)

@@ -51,8 +51,8 @@ void CHumanizerCamObject::step(double time)
     node(0).setLocal(time, mInit_ * toMatrix(shakeTransform_));
 }
 
-/// The sign is drawn apart: an odd or fractional exponent leaves only the draws above 0, which would
-/// push the camera off to one side.
+/// The sign is drawn apart: an odd or fractional exponent leaves only the draws above 0, which
+/// would push the camera off to one side.
 Vector3d CHumanizerCamObject::kicks()
 {
     constexpr double kHundredth = 0.01;
