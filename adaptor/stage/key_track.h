@@ -136,10 +136,12 @@ public:
             append(time, value);
         } else {
             const Place place = seek(time);
-            if (keyAt(place).time == time)
+            if (keyAt(place).time == time) {
                 writable(place.block)->keys()[place.key].value = value;
-            else
+                refreshEnd(); // the last block may be a copy now
+            } else {
                 insert(place, Key{time, value});
+            }
         }
     }
 

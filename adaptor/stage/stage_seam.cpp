@@ -166,17 +166,22 @@ void Stage::beginRun(std::vector<CInterface*>& instances)
 {
     undo_.push(new CSetTimeRestoreObj(*this));
     std::vector<StageNode*> nodes;
+    std::vector<StageNode*> touched; // and cameras whose pose is the user's: a tool may drive their lens
     for (const auto& handle : handles_) {
         const bool runs =
             std::find(instances.begin(), instances.end(), handle->owner_) != instances.end();
-        if (runs && handle->owned_ && !handle->isDeleted())
+        if (!runs || handle->isDeleted())
+            continue;
+        if (handle->owned_)
             nodes.push_back(handle->node_);
+        if (handle->owned_ || handle->node_->hasLens())
+            touched.push_back(handle->node_);
     }
     // The poses are read before the first is written: none may see another's key.
     std::vector<Matrix4> poses;
     for (const StageNode* node : nodes)
         poses.push_back(node->local(time_));
-    prepareRun(nodes);
+    prepareRun(touched);
     beginPlainRun();
     for (std::size_t i = 0; i < nodes.size(); ++i)
         nodes[i]->setLocal(poses[i], time_, true);

@@ -82,4 +82,18 @@ CMesh camera()
     return mesh;
 }
 
+CMesh humanoid()
+{
+    CMesh mesh;
+    for (const double side : {-1.0, 1.0}) {
+        append(mesh, CMesh_Box(0.14, 0.82, 0.16), {side * 0.1, 0.41, 0});
+        append(mesh, CMesh_Box(0.1, 0.06, 0.26), {side * 0.1, 0.03, -0.06}); // toes: where it faces
+        append(mesh, CMesh_Box(0.09, 0.62, 0.11), {side * 0.26, 1.1, 0});
+    }
+    append(mesh, CMesh_Box(0.42, 0.6, 0.22), {0, 1.12, 0});
+    append(mesh, CMesh_Box(0.1, 0.08, 0.1), {0, 1.46, 0});
+    append(mesh, CMesh_Box(0.18, 0.25, 0.2), {0, 1.625, 0});
+    return mesh;
+}
+
 } // namespace tvw::rgs::shape

@@ -125,7 +125,7 @@ void ToolObject::startRun(double time)
     state_.record(time);
     state_.cutBehind(time);
     if (modes_.hideDuringRecording)
-        applyHiding(NodeGroup::Helpers, true);
+        hideForRun();
     runtime().updateConfiguration();
 }
 
@@ -145,8 +145,28 @@ void ToolObject::stopRun()
 {
     runEnds();
     running_ = false;
-    if (modes_.hideDuringRecording && !modes_.hideHelpers)
-        applyHiding(NodeGroup::Helpers, false);
+    showAfterRun();
+}
+
+void ToolObject::hideForRun()
+{
+    for (const auto& node : nodes_) {
+        if (node->row().group == NodeGroup::Helpers && node->exists() &&
+            node->handle()->isVisible()) {
+            node->hide();
+            hiddenForRun_.push_back(node.get());
+        }
+    }
+}
+
+/// What the user had hidden by hand stays hidden.
+void ToolObject::showAfterRun()
+{
+    if (!modes_.hideHelpers) {
+        for (SceneNode* const node : hiddenForRun_)
+            node->show();
+    }
+    hiddenForRun_.clear();
 }
 
 void ToolObject::timeChanged(double time)

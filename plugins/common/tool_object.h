@@ -148,6 +148,8 @@ protected:
 private:
     void declareInputs();
     void declareOutputs();
+    void hideForRun();
+    void showAfterRun();
     const HideSwitch* findSwitch(std::string_view label) const;
     bool isSharedAction(std::string_view label) const;
     void applySharedAction(std::string_view label);
@@ -159,6 +161,7 @@ private:
     std::vector<std::unique_ptr<SceneNode>> nodes_;
     std::vector<Property*> inputs_;
     std::vector<Control*> outputs_; ///< null where the runtime has no outputs
+    std::vector<SceneNode*> hiddenForRun_; ///< helpers that were visible before it
     bool running_ = false;
 };
 

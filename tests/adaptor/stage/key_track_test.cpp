@@ -157,6 +157,17 @@ TEST(KeyTrack, TakesAreSwappedBackAndForth)
     }
 }
 
+TEST(KeyTrack, KeysReplacedInARememberedStateReadAsTheyWereWritten)
+{
+    Track track;
+    fill(track, 0, 3, 1.0);
+    Track::Content before = track.content();
+    fill(track, 0, 3, 2.0);
+    expectEqual(track, {{0, 2.0}, {1, 2.0}, {2, 2.0}});
+    track.exchange(before);
+    expectEqual(track, {{0, 1.0}, {1, 1.0}, {2, 1.0}});
+}
+
 Matrix4 pose(double degrees, double scale, const Vector3d& position)
 {
     Matrix4 out = scaled(rotationMatrix(degrees, 0, 1, 0), {scale, scale, scale});

@@ -53,6 +53,10 @@ TEST_F(ToolObjects, HelpersHiddenForARunComeBackUnlessTheyAreHiddenAnyway)
         EXPECT_FALSE(shownInRun);
         EXPECT_EQ(isVisible("Car_Base"), !hidden);
     }
+    set("Hide Helpers", 0.0);
+    scene().find("Car_Base")->setVisible(false);
+    drive(*session, 0.2);
+    EXPECT_FALSE(isVisible("Car_Base")) << "was hidden by hand";
 }
 
 TEST_F(ToolObjects, ATakeGoesOnWhereTheEarlierOneStood)
