@@ -1,0 +1,42 @@
+/// Poses of nodes as models keep them: without scale, which is read once and put back.
+#pragma once
+
+#include "util/avar.h"
+#include "util/transform.h"
+
+#include <cmath>
+
+namespace tvw::rgs {
+
+/// Whether a node stands where a model left it, rounding aside.
+inline bool standsAt(const Matrix4& node, const QTransformd& pose)
+{
+    constexpr double kTolerance = 1e-9;
+    const QTransformd now = toTransform(node);
+    const double apart = length(now.translation - pose.translation);
+    return apart <= kTolerance * (1.0 + length(pose.translation)) &&
+           1.0 - std::abs(dot(now.rotation, pose.rotation)) < kTolerance;
+}
+
+/// Whether a take that was recorded into `line` goes on at a time [s]: it was recorded there, and
+/// the node still stands where it left it.
+inline bool continuesAt(const AVar<QTransformd>& line, const Matrix4& node, double time, double dt)
+{
+    const auto records = line.records();
+    return !records.empty() && records.back().time > time - dt / 2 &&
+           records.front().time < time + dt / 2 && standsAt(node, line.get(time));
+}
+
+/// The scale of a pose; a length of 1 but for rounding is 1, so that reading what was written gives
+/// the same bits.
+inline Vector3d keptScale(const Matrix4& pose)
+{
+    Vector3d scale = scaleOf(pose);
+    for (int i = 0; i < 3; ++i) {
+        if (std::abs(scale[i] - 1.0) < 1e-9)
+            scale[i] = 1.0;
+    }
+    return scale;
+}
+
+} // namespace tvw::rgs
