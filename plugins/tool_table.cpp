@@ -2,7 +2,9 @@
 
 #include "plugins/release/carextended/carextended_CCarCamPlugin.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamPlugin.h"
+#include "plugins/release/multistatecam/multistatecam_CMultiStateCamPlugin.h"
 #include "plugins/release/sinusoid/sinusoid_CSinusoidPlugin.h"
+#include "plugins/release/statemachine/statemachine_CStateMachinePlugin.h"
 #include "plugins/release/steadycam/steadycam_CSteadyCamPlugin.h"
 
 namespace tvw::rgs {
@@ -18,8 +20,10 @@ CCameraPlugin* make()
 constexpr MakePlugin kTools[] = {
     &make<addon::CCarCamPlugin>,
     &make<addon::CMotionFilterCamPlugin>,
+    &make<addon::CMultiStateCamPlugin>,
     &make<addon::CSteadyCamPlugin>,
     &make<addon::CSinusoidPlugin>,
+    &make<addon::CStateMachinePlugin>,
 };
 
 } // namespace
