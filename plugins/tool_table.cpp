@@ -1,6 +1,10 @@
 #include "plugins/tool_table.h"
 
+#include "plugins/release/1dpositioner/1dpositioner_C1DPositionerPlugin.h"
+#include "plugins/release/1drotator/1drotator_C1DRotatorPlugin.h"
+#include "plugins/release/activescaler/activescaler_C1DScalerPlugin.h"
 #include "plugins/release/carextended/carextended_CCarCamPlugin.h"
+#include "plugins/release/directinputlink/directinputlink_CDirectInputLinkPlugin.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamPlugin.h"
 #include "plugins/release/multistatecam/multistatecam_CMultiStateCamPlugin.h"
 #include "plugins/release/sinusoid/sinusoid_CSinusoidPlugin.h"
@@ -22,6 +26,10 @@ constexpr MakePlugin kTools[] = {
     &make<addon::CMotionFilterCamPlugin>,
     &make<addon::CMultiStateCamPlugin>,
     &make<addon::CSteadyCamPlugin>,
+    &make<addon::C1DPositionerPlugin>,
+    &make<addon::C1DRotatorPlugin>,
+    &make<addon::C1DScalerPlugin>,
+    &make<addon::CDirectInputLinkPlugin>,
     &make<addon::CSinusoidPlugin>,
     &make<addon::CStateMachinePlugin>,
 };

@@ -1,7 +1,7 @@
 /// A machine that travels between up to ten poses, and as a camera between ten lenses too.
 ///
-/// There are no transitions: the present input alone says which state is wanted, and the machine goes
-/// there on a soft line within limits. All poses are those in the frame of the machine's cage.
+/// There are no transitions: the present input alone says which state is wanted, and the machine
+/// goes there on a soft line within limits. All poses are those in the frame of the machine's cage.
 #pragma once
 
 #include "plugins/common/helper_meshes.h"
@@ -15,8 +15,8 @@ namespace tvw::rgs::machine {
 
 inline constexpr std::size_t kStates = 10;
 
-/// How the machine goes to a state. A limit of 0 is none. Factors are shares of the way per 0.04 s; at
-/// 0, and where a frame covers all of the way, the state is reached at once.
+/// How the machine goes to a state. A limit of 0 is none. Factors are shares of the way per 0.04 s;
+/// at 0, and where a frame covers all of the way, the state is reached at once.
 struct StateLimits
 {
     double dMaxVel = 0.0;    ///< [units of the cage / s]
@@ -76,14 +76,24 @@ Matrix4 placeOnCircle(std::size_t index);
 constexpr std::array<NodeRow, kFirstState + kStates> nodeRows(std::int64_t kind, CMesh (*mesh)())
 {
     std::array<NodeRow, kFirstState + kStates> rows{};
-    rows[kCage] = {.prefix = {}, .name = "RelativeCageMesh", .mesh = &shape::relativeCage,
-                   .color = kReferenceColor, .keyed = false, .selected = true};
-    rows[kCurrent] = {.prefix = {}, .name = "CurrentState", .mesh = mesh, .parent = kCage,
-                      .kind = kind};
-    const auto fill = [&]<std::size_t... I>(std::index_sequence<I...>) {
-        ((rows[kFirstState + I] = {.prefix = kNumbers[I], .name = kWantedState, .mesh = mesh,
-                                   .color = kCameraColor, .parent = kCage, .kind = kind,
-                                   .place = [] { return placeOnCircle(I); }, .keyed = false}),
+    rows[kCage] = {.prefix = {},
+                   .name = "RelativeCageMesh",
+                   .mesh = &shape::relativeCage,
+                   .color = kReferenceColor,
+                   .keyed = false,
+                   .selected = true};
+    rows[kCurrent] = {
+        .prefix = {}, .name = "CurrentState", .mesh = mesh, .parent = kCage, .kind = kind};
+    const auto fill = [&]<std::size_t... I>(std::index_sequence<I...>)
+    {
+        ((rows[kFirstState + I] = {.prefix = kNumbers[I],
+                                   .name = kWantedState,
+                                   .mesh = mesh,
+                                   .color = kCameraColor,
+                                   .parent = kCage,
+                                   .kind = kind,
+                                   .place = [] { return placeOnCircle(I); },
+                                   .keyed = false}),
          ...);
     };
     fill(std::make_index_sequence<kStates>{});
@@ -106,14 +116,16 @@ template <class S, class Rows>
 constexpr auto stateGroups()
 {
     const auto group = []<std::size_t I>() {
-        const std::array head{Item<S>{.kind = ItemKind::Group, .owner = kNumbers[I],
-                                      .label = kWantedState, .tooltip = {}}};
+        const std::array head{Item<S>{
+            .kind = ItemKind::Group, .owner = kNumbers[I], .label = kWantedState, .tooltip = {}}};
         return join(head, Rows::template make<[](S& s) -> StateLimits& { return s.states[I]; }>(),
                     std::array{Items<S>::end()});
     };
-    return [&]<std::size_t... I>(std::index_sequence<I...>) {
+    return [&]<std::size_t... I>(std::index_sequence<I...>)
+    {
         return join(group.template operator()<I>()...);
-    }(std::make_index_sequence<kStates>{});
+    }
+    (std::make_index_sequence<kStates>{});
 }
 
 /// The first rows of the table, up to the limits of all states.
@@ -131,7 +143,8 @@ constexpr auto firstItems(std::string_view group, std::string_view simplifiedTip
     };
 }
 
-/// The last ones: the end of the parameters, and the button, last so that it moves no item's number.
+/// The last ones: the end of the parameters, and the button, last so that it moves no item's
+/// number.
 template <class S>
 constexpr auto lastItems()
 {
