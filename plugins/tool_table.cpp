@@ -10,6 +10,7 @@
 #include "plugins/release/distanceruler/distanceruler_CDistanceRulerPlugin.h"
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamPlugin.h"
 #include "plugins/release/multistatecam/multistatecam_CMultiStateCamPlugin.h"
+#include "plugins/release/raycaster/raycaster_CRayCasterPlugin.h"
 #include "plugins/release/rectangularplay/rectangularplay_CRectangularPlayPlugin.h"
 #include "plugins/release/scaleruler/scaleruler_CScaleRulerPlugin.h"
 #include "plugins/release/sinusoid/sinusoid_CSinusoidPlugin.h"
@@ -39,6 +40,7 @@ constexpr MakePlugin kTools[] = {
     &make<addon::CAngularPlayPlugin>,
     &make<addon::CDirectInputLinkPlugin>,
     &make<addon::CDistanceRulerPlugin>,
+    &make<addon::CRayCasterPlugin>,
     &make<addon::CRectangularPlayPlugin>,
     &make<addon::CScaleRulerPlugin>,
     &make<addon::CSinusoidPlugin>,

@@ -1,5 +1,7 @@
 #include "plugins/common/play.h"
 
+#include "plugins/common/world_normal.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -13,16 +15,6 @@ constexpr double kRebound = 0.3;
 /// An impact below this share of the slider's speed is none: friction alone makes it fall behind a
 /// wall that pushes it, and rebounds from that would be a tremble.
 constexpr double kLeastImpact = 0.25;
-
-/// A plane's normal of the clearance in the world: by the transpose of the inverse, since a scale
-/// tilts it.
-Vector3d worldNormal(const Matrix4& toClearance, const Vector3d& normal)
-{
-    const Matrix4& m = toClearance;
-    return normalise(Vector3d{dot(Vector3d{m[0], m[1], m[2]}, normal),
-                              dot(Vector3d{m[4], m[5], m[6]}, normal),
-                              dot(Vector3d{m[8], m[9], m[10]}, normal)});
-}
 
 /// The point of the clearance nearest to one in its own coordinates, along its axes or its radius.
 Vector3d held(Clearance shape, const Vector3d& local)
