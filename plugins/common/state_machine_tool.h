@@ -81,8 +81,10 @@ protected:
 
     void itemActed(std::string_view label) override
     {
-        if (label == machine::kInitialize)
-            needsInitialize_ = true;
+        if (label != machine::kInitialize)
+            return;
+        this->runtime().pushUndo(new CVariableModUndo<bool>(&needsInitialize_));
+        needsInitialize_ = true;
     }
 
 private:

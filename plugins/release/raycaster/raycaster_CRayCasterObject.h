@@ -23,7 +23,8 @@ private:
         bool missed = false;
     };
 
-    void runStarts(double) override {}
+    /// So that the first frame does not jump.
+    void runStarts(double time) override { placeHit(time, time - stepLength()); }
     void step(double time) override { placeHit(time, time - stepLength()); }
     void itemActed(std::string_view label) override;
 
