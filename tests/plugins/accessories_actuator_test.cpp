@@ -1,7 +1,6 @@
 // The actuators: what a channel does with its input, and where that puts the node.
-#include "tests/runs/run_fixture.h"
-
 #include "plugins/common/actuator_channel.h"
+#include "tests/runs/run_fixture.h"
 
 #include <functional>
 #include <numbers>

@@ -1,7 +1,6 @@
 // Plays: where the walls are, what they do to the slider, and what the slider does by itself.
-#include "tests/runs/run_fixture.h"
-
 #include "plugins/common/play.h"
+#include "tests/runs/run_fixture.h"
 
 #include <numbers>
 
@@ -33,33 +32,110 @@ TEST(Glide, WallsHoldPushAndStop)
     const Matrix4 mirrored = scaled(still, {-1, 1, 1});
     const Matrix4 turned = rotationMatrix(90, 0, 0, 1) * still; // 2 high
     const double rim = std::sqrt(0.5);
-    for (const Case& c :
-         {Case{"glides on for ever", Clearance::Box, still, still, {{0, 0, 0}, {5, 1, 0}}, {0.0},
-               {0.2, 0.04, 0}, {5, 1, 0}},
-          {"a friction of 1 halves", Clearance::Box, still, still, {{0, 0, 0}, {5, 0, 0}}, {1.0},
-           {0.2, 0, 0}, {2.5, 0, 0}},
-          {"stops at a wall and slides along it", Clearance::Box, still, still,
-           {{1.9, 0, 0}, {5, 1, 0}}, {0.0}, {2, 0.04, 0}, {0, 1, 0}},
-          {"is taken along", Clearance::Box, still, moved, {{-2, 0, 0}, {0, 3, 0}}, {0.0},
-           {-1.6, 0.12, 0}, {10, 3, 0}},
-          {"is not held back by a wall that leaves", Clearance::Box, still, moved,
-           {{1.9, 0, 0}, {5, 0, 0}}, {0.0}, {2.1, 0, 0}, {5, 0, 0}},
-          {"in a corner", Clearance::Box, still, still, {{1.95, 0.95, 0}, {5, 5, 0}}, {0.0},
-           {2, 1, 0}, {0, 0, 0}},
-          {"in a mirrored box", Clearance::Box, mirrored, mirrored, {{1.9, 0, 0}, {5, 0, 0}}, {0.0},
-           {2, 0, 0}, {0, 0, 0}},
-          {"in a turned box", Clearance::Box, turned, turned, {{0, 1.9, 0}, {0, 5, 0}}, {0.0},
-           {0, 2, 0}, {0, 0, 0}},
-          {"rebounds a little", Clearance::Box, still, still, {{1.9, 0, 0}, {5, 0, 0}}, {0.0, true},
-           {1.94, 0, 0}, {-1.5, 0, 0}},
-          {"no tremble on a wall that pushes", Clearance::Box, still, moved,
-           {{-2, 0, 0}, {9, 0, 0}}, {0.0, true}, {-1.6, 0, 0}, {10, 0, 0}},
-          {"at a sphere's wall", Clearance::Sphere, box({}, {1, 1, 1}), box({}, {1, 1, 1}),
-           {{rim, rim, 0}, {5, 5, 0}}, {0.0}, {rim, rim, 0}, {0, 0, 0}},
-          {"at an ellipsoid's wall, by its own normal", Clearance::Sphere, still, still,
-           {{2.2 * rim, 1.1 * rim - 0.2, 0}, {0, 5, 0}}, {0.0}, {2 * rim, rim, 0}, {-2, 1, 0}},
-          {"a flattened clearance holds it in the middle", Clearance::Box, box({3, 0, 0}, {0, 1, 1}),
-           box({3, 0, 0}, {0, 1, 1}), {{9, 0, 0}, {0, 0, 0}}, {0.0}, {3, 0, 0}, {0, 0, 0}}}) {
+    for (const Case& c : {Case{"glides on for ever",
+                               Clearance::Box,
+                               still,
+                               still,
+                               {{0, 0, 0}, {5, 1, 0}},
+                               {0.0},
+                               {0.2, 0.04, 0},
+                               {5, 1, 0}},
+                          {"a friction of 1 halves",
+                           Clearance::Box,
+                           still,
+                           still,
+                           {{0, 0, 0}, {5, 0, 0}},
+                           {1.0},
+                           {0.2, 0, 0},
+                           {2.5, 0, 0}},
+                          {"stops at a wall and slides along it",
+                           Clearance::Box,
+                           still,
+                           still,
+                           {{1.9, 0, 0}, {5, 1, 0}},
+                           {0.0},
+                           {2, 0.04, 0},
+                           {0, 1, 0}},
+                          {"is taken along",
+                           Clearance::Box,
+                           still,
+                           moved,
+                           {{-2, 0, 0}, {0, 3, 0}},
+                           {0.0},
+                           {-1.6, 0.12, 0},
+                           {10, 3, 0}},
+                          {"is not held back by a wall that leaves",
+                           Clearance::Box,
+                           still,
+                           moved,
+                           {{1.9, 0, 0}, {5, 0, 0}},
+                           {0.0},
+                           {2.1, 0, 0},
+                           {5, 0, 0}},
+                          {"in a corner",
+                           Clearance::Box,
+                           still,
+                           still,
+                           {{1.95, 0.95, 0}, {5, 5, 0}},
+                           {0.0},
+                           {2, 1, 0},
+                           {0, 0, 0}},
+                          {"in a mirrored box",
+                           Clearance::Box,
+                           mirrored,
+                           mirrored,
+                           {{1.9, 0, 0}, {5, 0, 0}},
+                           {0.0},
+                           {2, 0, 0},
+                           {0, 0, 0}},
+                          {"in a turned box",
+                           Clearance::Box,
+                           turned,
+                           turned,
+                           {{0, 1.9, 0}, {0, 5, 0}},
+                           {0.0},
+                           {0, 2, 0},
+                           {0, 0, 0}},
+                          {"rebounds a little",
+                           Clearance::Box,
+                           still,
+                           still,
+                           {{1.9, 0, 0}, {5, 0, 0}},
+                           {0.0, true},
+                           {1.94, 0, 0},
+                           {-1.5, 0, 0}},
+                          {"no tremble on a wall that pushes",
+                           Clearance::Box,
+                           still,
+                           moved,
+                           {{-2, 0, 0}, {9, 0, 0}},
+                           {0.0, true},
+                           {-1.6, 0, 0},
+                           {10, 0, 0}},
+                          {"at a sphere's wall",
+                           Clearance::Sphere,
+                           box({}, {1, 1, 1}),
+                           box({}, {1, 1, 1}),
+                           {{rim, rim, 0}, {5, 5, 0}},
+                           {0.0},
+                           {rim, rim, 0},
+                           {0, 0, 0}},
+                          {"at an ellipsoid's wall, by its own normal",
+                           Clearance::Sphere,
+                           still,
+                           still,
+                           {{2.2 * rim, 1.1 * rim - 0.2, 0}, {0, 5, 0}},
+                           {0.0},
+                           {2 * rim, rim, 0},
+                           {-2, 1, 0}},
+                          {"a flattened clearance holds it in the middle",
+                           Clearance::Box,
+                           box({3, 0, 0}, {0, 1, 1}),
+                           box({3, 0, 0}, {0, 1, 1}),
+                           {{9, 0, 0}, {0, 0, 0}},
+                           {0.0},
+                           {3, 0, 0},
+                           {0, 0, 0}}}) {
         Slider slider = c.start;
         glide(slider, c.shape, c.before, c.now, c.settings, kDt);
         EXPECT_NEAR(length(slider.position - c.position), 0.0, 1e-9) << c.name;
@@ -119,8 +195,7 @@ TEST_F(Plays, TheSliderStaysInItsClearanceAndKeepsItsScale)
         record(3.0);
         for (int i = 1; i <= 75; ++i) {
             const Matrix4 slider = node(*tool_, "InnerSlider").world(i * kDt);
-            const Vector3d local =
-                transformPoint(inverse(carrier(i * kDt)), translationOf(slider));
+            const Vector3d local = transformPoint(inverse(carrier(i * kDt)), translationOf(slider));
             for (int axis = 0; axis < 3; ++axis)
                 ASSERT_LE(std::abs(local[axis]), 1.0 + 1e-9) << "frame " << i << rebound;
             ASSERT_NEAR(length(scaleOf(slider) - Vector3d{0.5, 2, 1}), 0.0, 1e-9);
@@ -135,7 +210,12 @@ TEST_F(Plays, ATakeBeginsAtRestAndGoesOnAtItsSpeed)
     make("SphericalPlay");
     set(*tool_, "Play Friction", 0.0);
     // For 0.4 s the carrier pushes at 10 units/s, then it stands at x = 4.
-    carry("SphericPlay", [](double t) { return box({std::min(10 * t, 4.0), 0, 0}, {3, 3, 3}); }, 2.0);
+    carry(
+        "SphericPlay",
+        [](double t) {
+            return box({std::min(10 * t, 4.0), 0, 0}, {3, 3, 3});
+        },
+        2.0);
     record(0.48);
     const auto x = [&](double time) { return node(*tool_, "InnerSlider").world(time)[12]; };
     ASSERT_NEAR(x(0.28), 0.0, 1e-9);
@@ -152,9 +232,9 @@ TEST_F(Plays, AConeTakesItsSliderAlong)
     struct Case
     {
         const char* name;
-        double degrees;     ///< the outer node's heading at the end, turned at a steady rate
-        Vector3d scale;     ///< of the outer node
-        double expected;    ///< heading of the slider [degrees]
+        double degrees;  ///< the outer node's heading at the end, turned at a steady rate
+        Vector3d scale;  ///< of the outer node
+        double expected; ///< heading of the slider [degrees]
     };
     const double wide = std::atan(2.0) * 180.0 / std::numbers::pi;
     for (const Case& c : {Case{"within the cone it keeps its direction", 40, {1, 1, 1}, 0},
