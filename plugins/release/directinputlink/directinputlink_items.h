@@ -19,10 +19,14 @@ struct Settings : ActuatorToolSettings<6>
 
     constexpr Settings()
     {
+        ActuatorParameters turning;
+        turning.maximum = std::numbers::pi / 2;
         for (const Channel turn : {kYaw, kPitch, kRoll})
-            channels[turn].maximum = std::numbers::pi / 2;
+            channels[turn] = turning;
     }
 };
+// GCC 12 drops the other members' defaults where a constructor sets a single member of an element.
+static_assert(Settings{}.channels[kYaw].responseFactor == ActuatorParameters{}.responseFactor);
 
 inline constexpr std::string_view kHideCamera = "Hide Camera";
 
