@@ -1,5 +1,5 @@
-/// The shapes of the accessories' nodes: clearances, ends of rulers, rays. Sizes are in units of the
-/// node that scales them.
+/// The shapes of the accessories' nodes: clearances, ends of rulers, rays. Sizes are in units of
+/// the node that scales them.
 #pragma once
 
 #include "util/mesh.h"
