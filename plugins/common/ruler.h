@@ -38,16 +38,21 @@ inline constexpr auto kTrigger =
     static_cast<std::int32_t>(unidevice::kind::binary | unidevice::kind::analogue);
 
 /// A point that the user moves or links to what is measured.
-constexpr NodeRow pointRow(std::string_view name, Matrix4 (*place)() = nullptr,
-                           CMesh (*mesh)() = &shape::measuringPoint)
+constexpr NodeRow pointRow(std::string_view name, Matrix4 (*place)() = nullptr)
 {
     return {.prefix = {},
             .name = name,
-            .mesh = mesh,
+            .mesh = &shape::measuringPoint,
             .color = kReferenceColor,
             .place = place,
-            .keyed = false,
-            .selected = place == nullptr};
+            .keyed = false};
+}
+
+/// The row of a tool's first point, which is selected when the tool is made.
+constexpr NodeRow selected(NodeRow row)
+{
+    row.selected = true;
+    return row;
 }
 
 template <class S>

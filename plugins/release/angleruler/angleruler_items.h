@@ -57,7 +57,7 @@ Matrix4 onLine()
 }
 inline constexpr NodeRow kNodes[] = {ruler::pointRow("Node1", &onLine<-1>),
                                      ruler::pointRow("Node2", &onLine<1>),
-                                     ruler::pointRow("BaseNode")};
+                                     ruler::selected(ruler::pointRow("BaseNode"))};
 
 enum OutputIndex : std::size_t { kValue, kVelocity, kAbove, kBelow, kFraction };
 

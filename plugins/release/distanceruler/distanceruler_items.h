@@ -48,7 +48,7 @@ inline Matrix4 besideNode1()
     setTranslation(place, {0, 0, 2});
     return place;
 }
-inline constexpr NodeRow kNodes[] = {ruler::pointRow("Node1"),
+inline constexpr NodeRow kNodes[] = {ruler::selected(ruler::pointRow("Node1")),
                                      ruler::pointRow("Node2", &besideNode1)};
 
 enum OutputIndex : std::size_t { kValue, kAbove, kBelow, kFraction };

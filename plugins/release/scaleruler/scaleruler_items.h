@@ -66,7 +66,12 @@ static_assert(isSound(kItems));
 enum NodeIndex : std::size_t { kReference, kScaling };
 
 inline constexpr NodeRow kNodes[] = {
-    ruler::pointRow("ReferenceNode", nullptr, &shape::gauge),
+    {.prefix = {},
+     .name = "ReferenceNode",
+     .mesh = &shape::gauge,
+     .color = kReferenceColor,
+     .keyed = false,
+     .selected = true},
     {.prefix = {}, .name = "ScalingNode", .mesh = &shape::gauge, .keyed = false},
 };
 
