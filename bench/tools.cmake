@@ -1,0 +1,1 @@
+rigstage_bench(bench_tools SOURCES tools_bench.cpp DEPENDS rigstage_stage rigstage_tools)
