@@ -2,8 +2,8 @@
 
 #include "core/adaptor.h"
 #include "core/core_implementation.h"
-#include "core/instance_reference.h"
 #include "core/instance_manager.h"
+#include "core/instance_reference.h"
 #include "core/record_manager.h"
 #include "core/tool.h"
 #include "core/tool_record.h"
@@ -21,7 +21,10 @@ const char* const kConvertedNotice =
     "This profile has been saved in an older version of Rigstage. Some old settings might not work "
     "well in the current version. Use it with caution.";
 
-CoreNode* asCore(CNode* node) { return static_cast<CoreNode*>(node); }
+CoreNode* asCore(CNode* node)
+{
+    return static_cast<CoreNode*>(node);
+}
 
 } // namespace
 
@@ -82,14 +85,17 @@ void Instance::setSavedName(const std::string& name)
     hasSavedName_ = true;
 }
 
-bool Instance::isAlive() const { return reference_ && reference_->isAlive(); }
+bool Instance::isAlive() const
+{
+    return reference_ && reference_->isAlive();
+}
 
 // Runs.
 
 void Instance::startRun(double time)
 {
     const bool replays = CoreImplementation::instance().isResimulating();
-    properties_.forgetLost();
+    properties_.holdLost(true);
     if (replays)
         recorded_.startReplay(time, properties_);
     else
@@ -100,7 +106,10 @@ void Instance::startRun(double time)
         node->deleteKeysFrom(time);
 }
 
-void Instance::recordInputs(double time) { recorded_.record(time, properties_); }
+void Instance::recordInputs(double time)
+{
+    recorded_.record(time, properties_);
+}
 
 void Instance::tick(double time)
 {
@@ -116,12 +125,15 @@ void Instance::stopRun()
 {
     tool_->stopRun();
     liveSpinners_.end();
-    properties_.forgetLost();
+    properties_.holdLost(false);
     if (CoreImplementation::instance().isResimulating())
         recorded_.endReplay(properties_);
 }
 
-void Instance::timeChanged(double time) { tool_->timeChanged(time); }
+void Instance::timeChanged(double time)
+{
+    tool_->timeChanged(time);
+}
 
 // Tree.
 
@@ -160,7 +172,10 @@ void Instance::leaveTree()
     CoreImplementation::instance().windows().closeWindowsOf(this);
 }
 
-void Instance::enterTree() { enterHub(); }
+void Instance::enterTree()
+{
+    enterHub();
+}
 
 // Profiles.
 
@@ -218,7 +233,10 @@ std::vector<CoreNode*> Instance::nodes()
     return all;
 }
 
-CoreNode* Instance::findNode(const std::string& shortName) { return adaptor()->findNode(this, shortName); }
+CoreNode* Instance::findNode(const std::string& shortName)
+{
+    return adaptor()->findNode(this, shortName);
+}
 
 CNode* Instance::getNode(std::string shortName)
 {
@@ -280,20 +298,44 @@ void giveBack(Contract* snapshot)
 
 } // namespace
 
-void Instance::releaseSnapshot(CSnapshot* snapshot) { giveBack(snapshot); }
-void Instance::releaseHelperSnapshot(CSnapshot_Helper* snapshot) { giveBack(snapshot); }
-void Instance::releaseMeshSnapshot(CSnapshot_Mesh* snapshot) { giveBack(snapshot); }
-void Instance::releaseLensSnapshot(CSnapshot_Lens* snapshot) { giveBack(snapshot); }
+void Instance::releaseSnapshot(CSnapshot* snapshot)
+{
+    giveBack(snapshot);
+}
+void Instance::releaseHelperSnapshot(CSnapshot_Helper* snapshot)
+{
+    giveBack(snapshot);
+}
+void Instance::releaseMeshSnapshot(CSnapshot_Mesh* snapshot)
+{
+    giveBack(snapshot);
+}
+void Instance::releaseLensSnapshot(CSnapshot_Lens* snapshot)
+{
+    giveBack(snapshot);
+}
 
 // Undo, time, the user.
 
-void Instance::pushUndo(CUndo* record) { adaptor()->pushUndo(record); }
+void Instance::pushUndo(CUndo* record)
+{
+    adaptor()->pushUndo(record);
+}
 
-double Instance::getTime() { return adaptor()->getTime(); }
+double Instance::getTime()
+{
+    return adaptor()->getTime();
+}
 
-double Instance::getFramesPerSecond() { return adaptor()->getFramesPerSecond(); }
+double Instance::getFramesPerSecond()
+{
+    return adaptor()->getFramesPerSecond();
+}
 
-double Instance::getFrameDuration() { return adaptor()->getFrameDuration(); }
+double Instance::getFrameDuration()
+{
+    return adaptor()->getFrameDuration();
+}
 
 void Instance::redrawViews()
 {
@@ -303,13 +345,15 @@ void Instance::redrawViews()
 
 std::int32_t Instance::messageBox(std::string text, std::string title, std::int32_t style)
 {
-    static constexpr std::uint32_t kButtons[] = {box::ok, box::yes | box::no,
-                                                 box::yes | box::no | box::cancel,
-                                                 box::ok | box::cancel};
+    static constexpr std::uint32_t kButtons[] = {
+        box::ok, box::yes | box::no, box::yes | box::no | box::cancel, box::ok | box::cancel};
     const int choice = style & 0xF;
     std::uint32_t flags = kButtons[choice <= 3 ? choice : 0];
     const int icon = style & ~0xF;
-    flags |= icon == 16 ? box::question : icon == 32 ? box::critical : icon == 48 ? box::warning : 0;
+    flags |= icon == 16   ? box::question
+             : icon == 32 ? box::critical
+             : icon == 48 ? box::warning
+                          : 0;
     switch (CoreImplementation::instance().messageBox(nullptr, text, title, flags, false)) {
     case box::ok:
         return 0;
@@ -337,9 +381,15 @@ const void* Instance::getSaveData(std::int32_t* size)
     return saveData_.empty() ? nullptr : saveData_.data();
 }
 
-void Instance::clearSaveData() { saveData_.clear(); }
+void Instance::clearSaveData()
+{
+    saveData_.clear();
+}
 
-void Instance::getDataFolder(ReturnValue<std::string>& out) { out.assign(type_->getDataPath()); }
+void Instance::getDataFolder(ReturnValue<std::string>& out)
+{
+    out.assign(type_->getDataPath());
+}
 
 // Outputs and codes.
 
@@ -357,9 +407,8 @@ unidevice::Control* Instance::makeOutput(const OutputRequest& request)
 
 std::vector<std::int32_t> Instance::supportedCodes()
 {
-    return {code::makeOutput,    code::deleteTool,           code::destroyTool,
-            code::shapeSnapshot, code::releaseShapeSnapshot, code::parentName,
-            code::masterNode,    code::addLabel};
+    return {code::makeOutput,           code::deleteTool, code::destroyTool, code::shapeSnapshot,
+            code::releaseShapeSnapshot, code::parentName, code::masterNode,  code::addLabel};
 }
 
 std::intptr_t Instance::call(std::int32_t operation, void* argument)
@@ -400,6 +449,9 @@ std::intptr_t Instance::call(std::int32_t operation, void* argument)
     }
 }
 
-void Instance::handMasterNode(XmlSink& sink) { writeMasterNode(*this, sink); }
+void Instance::handMasterNode(XmlSink& sink)
+{
+    writeMasterNode(*this, sink);
+}
 
 } // namespace tvw::rgs::core

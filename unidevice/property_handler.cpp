@@ -122,12 +122,13 @@ void PropertyHandler::keepBindingsOf(const Device& device)
         if (!control || !control->dependsOn(device))
             continue;
         control->writeXml(property->pendingControl());
-        property->lose();
+        holdsLost_ ? property->lose() : static_cast<void>(property->bind(nullptr));
     }
 }
 
-void PropertyHandler::forgetLost()
+void PropertyHandler::holdLost(bool on)
 {
+    holdsLost_ = on;
     for (Property* const property : properties_)
         property->forgetLost();
 }

@@ -45,7 +45,9 @@ public:
     /// While the device's controls still stand: their bindings are cut and wait for its return.
     void keepBindingsOf(const Device& device);
 
-    void forgetLost(); ///< of every property
+    /// While a take is on, an input whose device goes keeps its last value; at its end such a value
+    /// no longer counts.
+    void holdLost(bool on);
 
 private:
     void deviceAdded(Device* device) override;
@@ -53,6 +55,7 @@ private:
     int readProperty(const util::xml::Element& element); ///< how many controls are missing
 
     std::vector<Property*> properties_;
+    bool holdsLost_ = false;
 };
 
 } // namespace tvw::unidevice

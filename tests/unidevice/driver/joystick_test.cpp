@@ -128,6 +128,7 @@ TEST_F(JoystickTest, AStickThatGoesInATakeHoldsItsLeversAndGetsThemBack)
     stick->axis(0, 32767);
     hub().updateAll();
     ASSERT_EQ(gas.raw(), 1.0);
+    inputs.holdLost(true); // a take begins
 
     stick->unplug(); // it reads 0 everywhere before it is gone
     hub().updateAll();
@@ -145,7 +146,7 @@ TEST_F(JoystickTest, AStickThatGoesInATakeHoldsItsLeversAndGetsThemBack)
 
     stick.reset();
     sticks.pump();
-    inputs.forgetLost();
+    inputs.holdLost(false);
     EXPECT_EQ(gas.raw(), 0.0) << "the next take does not drive on by itself";
 }
 
