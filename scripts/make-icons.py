@@ -47,13 +47,6 @@ PARTS = {
         soft rect -16 -10 21 20 4
         soft poly 7 -3 16 -9 16 9 7 3
     """,
-    "arrow": """
-        main line -6 0 6 0
-        main line 1 -5 6 0 1 5
-    """,
-    "head": """
-        main line -5 -5 0 0 -5 5
-    """,
     "star": """
         light* path M0 -5 L1.3 -1.3 L5 0 L1.3 1.3 L0 5 L-1.3 1.3 L-5 0 L-1.3 -1.3 Z
     """,
@@ -94,13 +87,12 @@ TOOLS = {
         light path M10 49 C20 40 28 40 36 45 S50 50 55 44
     """),
     "humanizercam": (CAMERA, """
-        main* circle 19 18 8
-        main path M8 52 V42 Q8 33 19 33 Q26 33 29 38
-        use camera 42 36 0.9
-        light path M50 17 q3 4 0 8
-        light path M34 17 q-3 4 0 8
-        light path M56 13 q5 8 0 16
-        light path M30 52 q4 4 8 0 t8 0 t8 0
+        main* circle 18 20 8
+        main path M7 54 V45 Q7 35 18 35 Q25 35 29 41
+        use camera 43 34 0.8
+        light path M38 20 q-3 -3.5 0 -7
+        light path M49 20 q3 -3.5 0 -7
+        light path M31 52 q4 -6 8 0 t8 0 t8 0
     """),
     "horrorcam": (CAMERA, """
         light* circle 32 27 5
@@ -144,17 +136,17 @@ TOOLS = {
         light line 53 28 57 32 53 36
     """),
     "zerogcam": (CAMERA, """
-        soft ellipse 32 34 25 11
-        use camera 32 33 0.95 -28
-        use star 13 15 1
-        use star 50 50 0.8
-        use star 52 13 0.7
+        soft ellipse 32 33 25 10
+        use camera 31 33 1.05 -28
+        use star 13 14 1
+        use star 50 51 0.8
+        use star 53 14 0.7
     """),
     "spherecam": (CAMERA, """
-        main circle 27 37 18
-        soft ellipse 27 37 8 18
-        soft line 9 37 45 37
-        use camera 46 16 0.72 135
+        main circle 26 38 17
+        soft ellipse 26 38 7.5 17
+        soft line 9 38 43 38
+        use camera 47 17 0.72 135
     """),
     "utility/lookatcam": (CAMERA, """
         use camera 20 41 0.8 -35
@@ -231,9 +223,9 @@ TOOLS = {
     """),
     "utility/sphericalplay": (UTILITY, """
         main circle 32 32 23
-        soft path M10 32 Q32 42 54 32
-        light* circle 38 27 8.5
-        soft line 24 37 29 33
+        soft line 20 44 27 37
+        soft line 19.5 37.5 20 44 26.5 44.5
+        light* circle 38 26 9
     """),
     "utility/angularplay": (UTILITY, """
         main line 14 13 32 52 50 13
@@ -256,25 +248,22 @@ TOOLS = {
         soft line 48 36 48 42
     """),
     "utility/angleruler": (UTILITY, """
-        main line 47 12 11 51 55 51
-        light path M38 51 A27 27 0 0 0 29.3 31.2
-        soft line 43 51 48 51
-        soft line 41.5 41 46.5 39
-        soft line 37 32 41 28.5
+        main line 47 13 11 51 55 51
+        light path M36 51 A25 25 0 0 0 28.2 32.9
+        soft line 46 45 51 43.6
+        soft line 42.8 37.4 47.3 34.8
+        soft line 37.7 31.5 40 29.3
         main* circle 11 51 3
     """),
     "utility/scaleruler": (UTILITY, """
-        main* rect 10 39 14 14 3
-        main rect 28 19 34 34 3
-        soft line 10 10 10 16
-        soft line 62 10 62 16
-        light line 12 10 12 10
-        light line 10 11 62 11
-        light line 10 7 10 15
-        light line 62 7 62 15
-        light line 23 9 23 13
-        light line 36 9 36 13
-        light line 49 9 49 13
+        main* rect 9 40 14 14 3
+        main rect 28 27 27 27 3
+        light line 9 14 55 14
+        light line 9 9 9 19
+        light line 55 9 55 19
+        soft line 20.5 14 20.5 18
+        soft line 32 14 32 18
+        soft line 43.5 14 43.5 18
     """),
     "utility/raycaster": (UTILITY, """
         main* circle 17 13 5
@@ -323,8 +312,8 @@ CATEGORIES = {
         cut* poly 46 38 56 32 56 50 46 44
     """),
     "acc": (ACCESSORY, """
-        cut* path M27.5 9 H36.5 L37.8 15.6 L42.6 17.6 L48.2 13.9 L54.1 20 L50.4 25.5 L52.4 30.2 L56 31 V37 L52.4 38.2 L50.4 42.6 L54.1 48.2 L48.2 54.1 L42.6 50.4 L37.8 52.4 L36.5 56 H27.5 L26.2 52.4 L21.4 50.4 L15.8 54.1 L9.9 48.2 L13.6 42.6 L11.6 38 L8 37 V31 L11.6 30 L13.6 25.5 L9.9 20 L15.8 13.9 L21.4 17.6 L26.2 15.6 Z
-        main* circle 32 33.5 8.5
+        cut* poly 28.4 14.4 28.5 8.3 35.5 8.3 35.6 14.4 41.9 17.0 46.3 12.7 51.3 17.7 47.0 22.1 49.6 28.4 55.7 28.5 55.7 35.5 49.6 35.6 47.0 41.9 51.3 46.3 46.3 51.3 41.9 47.0 35.6 49.6 35.5 55.7 28.5 55.7 28.4 49.6 22.1 47.0 17.7 51.3 12.7 46.3 17.0 41.9 14.4 35.6 8.3 35.5 8.3 28.5 14.4 28.4 17.0 22.1 12.7 17.7 17.7 12.7 22.1 17.0
+        main* circle 32 32 8.5
     """),
     "prm": (TEMPLATE, """
         cut* poly 32 8 53 18.5 32 29 11 18.5
