@@ -70,8 +70,8 @@ private:
 /// numbers, by the digits that they begin with; a missing part is 0.
 [[nodiscard]] int compareVersions(std::string_view a, std::string_view b);
 
-/// The entries of a reply, in its order, kMostEntries at most; those without a version are left out.
-/// An empty root has none. The reason for a text that isn't a list of versions.
+/// The entries of a reply, in its order, kMostEntries at most; those without a version are left
+/// out. An empty root has none. The reason for a text that isn't a list of versions.
 [[nodiscard]] Result<std::vector<UpdateManager::Entry>> readVersions(const std::string& reply);
 inline constexpr std::size_t kMostEntries = 100;
 

@@ -36,7 +36,8 @@ const char* textOf(Outcome outcome)
     case Outcome::UpToDate:
         return "You are up to date";
     case Outcome::NoConnection:
-        return "Unable to connect to version server. Are you behind a firewall? Click here to check "
+        return "Unable to connect to version server. Are you behind a firewall? Click here to "
+               "check "
                "for updates manually";
     case Outcome::BadReply:
         break;
@@ -85,8 +86,7 @@ const UpdateManager::Entry* newest(const std::vector<UpdateManager::Entry>& entr
 class EntryListener final : public MessageNode
 {
 public:
-    explicit EntryListener(std::string page)
-        : MessageNode("EntryListener"), page_(std::move(page))
+    explicit EntryListener(std::string page) : MessageNode("EntryListener"), page_(std::move(page))
     {
     }
     void receive(Message& message, bool) override
@@ -219,7 +219,8 @@ void UpdateWindow::Implementation::addSection(const std::string& version,
     if (!list || !section)
         return;
     if (gui::Component* const text = section->findById(kText))
-        text->setLabel(replaced(replaced(text->label(), "%VERSION%", version), "%MESSAGE%", message));
+        text->setLabel(
+            replaced(replaced(text->label(), "%MESSAGE%", message), "%VERSION%", version));
     if (auto* const icon = gui::toLabel(section->findById(kIcon)); icon && isWarning)
         icon->setImagePath(kWarningIcon);
     if (gui::Component* const button = section->findById(kButton)) {

@@ -1,7 +1,6 @@
 #include "app/web_fetch.h"
 
 #include <exception>
-
 #include <httplib.h>
 
 namespace tvw::rgs::app {

@@ -17,9 +17,10 @@ namespace tvw::rgs::app {
 struct FetchLimits
 {
     std::chrono::milliseconds connect{5000};
-    std::chrono::milliseconds read{5000};   ///< between two pieces
-    std::chrono::milliseconds total{15000}; ///< until the last one; a piece can come as late as `read`
-    std::size_t bytes = 1 << 20;            ///< of the reply
+    std::chrono::milliseconds read{5000}; ///< between two pieces
+    std::chrono::milliseconds total{
+        15000};                  ///< until the last one; a piece can come as late as `read`
+    std::size_t bytes = 1 << 20; ///< of the reply
 };
 
 /// One request at a time.
