@@ -45,6 +45,22 @@ std::string_view trimmed(std::string_view text)
     return text.substr(first, text.find_last_not_of(kBlank) + 1 - first);
 }
 
+/// The server writes general XML, whose five named characters our files do without.
+std::string decoded(std::string_view text)
+{
+    constexpr std::pair<std::string_view, char> kNamed[] = {
+        {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}, {"&quot;", '"'}, {"&apos;", '\''}};
+    std::string out;
+    while (!text.empty()) {
+        const auto* const named = std::ranges::find_if(
+            kNamed, [&](const auto& name) { return text.starts_with(name.first); });
+        const bool isNamed = named != std::end(kNamed);
+        out += isNamed ? named->second : text.front();
+        text.remove_prefix(isNamed ? named->first.size() : 1);
+    }
+    return out;
+}
+
 /// The texts of an element and of those in it, a line each.
 void addLines(const Element& element, std::string& lines)
 {
@@ -63,7 +79,7 @@ std::string field(const Element& entry, std::string_view name)
 {
     std::string lines;
     addLines(entry.child(name), lines);
-    return lines;
+    return decoded(lines);
 }
 
 UpdateManager::Entry readEntry(const Element& element)
