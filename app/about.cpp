@@ -83,6 +83,7 @@ QWidget* AboutRGS::Form::heading()
                                              "resimulate it.")
                                          .arg(kProductName, kVersion));
     summary->setObjectName("summary");
+    summary->setWordWrap(true);
     summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* const copyRight =
         new QLabel("Copyright Tarvo Works. Rigstage stands on these libraries:");

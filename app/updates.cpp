@@ -59,10 +59,12 @@ std::string replaced(std::string text, const std::string& what, const std::strin
 
 std::string messageOf(const UpdateManager::Entry& entry)
 {
-    std::string text = escaped(entry.changeLog);
+    std::string text;
+    if (!entry.changeLog.empty())
+        text += escaped(entry.changeLog) + "<br/>";
     if (!entry.affects.empty())
-        text += "<br/>Affects: " + escaped(entry.affects);
-    return text + "<br/>" + kToPage;
+        text += "Affects: " + escaped(entry.affects) + "<br/>";
+    return text + kToPage;
 }
 
 std::string headingOf(const UpdateManager::Entry& entry)

@@ -2,8 +2,10 @@
 #include "gui/componentinterface/label.h"
 #include "tests/app/updates/fixture.h"
 
-#include <QAbstractButton>
+#include <QDesktopServices>
 #include <QLabel>
+#include <QTextBrowser>
+#include <QUrl>
 
 namespace tvw::rgs::app {
 
@@ -64,6 +66,36 @@ TEST_F(UpdateWindows, sayWhatCameOfTheCheck)
     expectTexts(broken.address(), {"Unable to connect to version server. Click here to check for "
                                    "updates manually"});
     expectTexts("", {"Unable to connect to version server."});
+}
+
+/// Holds the page that the desktop was asked to open.
+class Desktop : public QTextBrowser
+{
+public:
+    Desktop() { QDesktopServices::setUrlHandler("https", this, "setSource"); }
+    ~Desktop() override { QDesktopServices::unsetUrlHandler("https"); }
+
+protected:
+    QVariant loadResource(int, const QUrl&) override { return "a page"; }
+};
+
+TEST_F(UpdateWindows, aClickOnAVersionOpensItsPage)
+{
+    const Desktop desktop;
+    const VersionServer server(tests::kNewerReply);
+    setenv("RIGSTAGE_REPURL", server.address().c_str(), 1);
+    UpdateWindow window;
+    window.open();
+    const auto version = [] {
+        for (QLabel* const label : updateWindow()->findChildren<QLabel*>()) {
+            if (label->text().contains("999.1"))
+                return label;
+        }
+        return static_cast<QLabel*>(nullptr);
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return version() != nullptr; }, 5000));
+    QTest::mouseClick(version(), Qt::LeftButton);
+    EXPECT_EQ(desktop.source(), QUrl("https://example.org/999"));
 }
 
 TEST_F(UpdateWindows, aSecondOpeningAsksAgain)
