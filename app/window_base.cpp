@@ -48,7 +48,13 @@ void addImageTokens(gui::Component& component)
 }
 
 WindowBase::WindowBase(std::string name) : MessageNode(std::move(name)) {}
-WindowBase::~WindowBase() = default;
+
+/// The components tell of their end, which nobody is left to handle.
+WindowBase::~WindowBase()
+{
+    while (sourceCount() > 0 && stopListeningTo(sourceAt(0))) {
+    }
+}
 
 bool WindowBase::build(const std::string& layout)
 {

@@ -7,6 +7,8 @@ packages=(
   g++ cmake ninja-build ccache pkg-config git ca-certificates
   # libraries
   qtbase5-dev libqt5svg5-dev nlohmann-json3-dev libassimp-dev libcli11-dev libbullet-dev
+  # the check for new versions
+  libcpp-httplib-dev
   # the 3D view: OpenGL with and without a screen; films of it
   libepoxy-dev libgl-dev libegl-dev libegl-mesa0 libgl1-mesa-dri ffmpeg
   # joysticks, pads, wheels
