@@ -14,8 +14,11 @@
 #include "gui/componentinterface/list.h"
 #include "gui/componentinterface/spinner.h"
 #include "gui/message_ids.h"
+#include "gui/qt/style.h"
 
 #include <QTimer>
+#include <QVariant>
+#include <QWidget>
 
 #include <cmath>
 #include <utility>
@@ -69,6 +72,8 @@ void MainDlg::init()
 {
     if (!build("rgs_main"))
         return;
+    if (gui::Component* const button = find(id::record); button && button->widget())
+        button->widget()->setProperty(gui::kRecords, true);
     tree_ = std::make_unique<ToolTreeNode>(*instances().root());
     if (auto* const shown = as<ci::Tree>(id::tree))
         shown->setRoot(tree_.get(), true);

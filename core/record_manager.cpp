@@ -32,6 +32,13 @@ std::int32_t RecordManager::timeToFrame(double time, double step)
 
 double RecordManager::frameTime() const { return frame_ * adaptor()->getFrameDuration(); }
 
+int RecordManager::framesBehind() const
+{
+    if (!running_ || resimulating_)
+        return 0;
+    return std::max(0, timeToFrame(currentTime_, adaptor()->getFrameDuration()) + 1 - frame_);
+}
+
 // Recording.
 
 int RecordManager::startRecord(int countdown)

@@ -84,6 +84,8 @@ public:
     /// Where the run has come: the time of the last frame that was simulated [s].
     double frameTime() const;
     const std::vector<Instance*>& running() const { return instances_; }
+    /// How many frames the clock is ahead of the run: they are caught up over the next events.
+    int framesBehind() const;
 
     void onTimer(std::int32_t id, std::int64_t elapsedMs) override;
 

@@ -17,6 +17,8 @@ packages=(
   python3 python3-dev pybind11-dev
   # tests
   libgtest-dev libgmock-dev libtinygltf-dev
+  # tests of the windows: a display, a window manager, a hand
+  xvfb xauth openbox x11-utils xdotool fonts-dejavu-core
   # benchmarks and their peers
   libbenchmark-dev libpugixml-dev libeigen3-dev zlib1g-dev libmodpbase64-dev
 )

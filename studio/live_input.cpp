@@ -33,7 +33,9 @@ core::KeyHook& keyHook()
 } // namespace
 
 LiveInput::LiveInput()
-    : keyboard_(new unidevice::KeyboardDevice), sticks_(std::make_unique<unidevice::SdlJoysticks>())
+    : keyboard_(dynamic_cast<unidevice::KeyboardDevice*>(
+          unidevice::DeviceHub::instance().findDevice("Keyboard", 0))),
+      sticks_(std::make_unique<unidevice::SdlJoysticks>())
 {
     qApp->installEventFilter(this);
     connect(qApp, &QGuiApplication::applicationStateChanged, this,
@@ -80,7 +82,8 @@ bool LiveInput::key(QEvent* event)
     if (stroke.isAutoRepeat())
         return swallowed_.contains(code);
     isDown ? (void)down_.insert(code) : (void)down_.remove(code);
-    keyboard_->keyEvent(code, isDown);
+    if (keyboard_)
+        keyboard_->keyEvent(code, isDown);
     const bool taken =
         keyHook().isActive() && keyHook().event(code, isDown, modifiersOf(stroke.modifiers()));
     if (isDown && taken)
@@ -94,7 +97,8 @@ void LiveInput::releaseKeys()
 {
     down_.clear();
     swallowed_.clear();
-    keyboard_->releaseAll();
+    if (keyboard_)
+        keyboard_->releaseAll();
 }
 
 void LiveInput::pen(QEvent* event)

@@ -28,7 +28,7 @@ private:
     void pen(QEvent* event);
     void releaseKeys();
 
-    unidevice::KeyboardDevice* keyboard_;
+    unidevice::KeyboardDevice* keyboard_;       ///< the core's own
     unidevice::TabletDevice* tablet_ = nullptr; ///< from the first pen on
     std::unique_ptr<unidevice::SdlJoysticks> sticks_;
     QTimer look_;         ///< for sticks that come and go

@@ -27,6 +27,8 @@ QDoubleSpinBox* makeBox(double least, double most, double step, const QString& u
     box->setKeyboardTracking(false);
     box->setButtonSymbols(QAbstractSpinBox::NoButtons);
     box->setMinimumWidth(64);
+    // Its hint is as wide as the widest number in its range.
+    box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     return box;
 }
 

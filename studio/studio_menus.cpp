@@ -3,6 +3,7 @@
 #include "app/app_windows.h"
 #include "core/core_implementation.h"
 #include "core/version.h"
+#include "gui/qt/style.h"
 #include "studio/outliner.h"
 #include "studio/properties.h"
 #include "studio/studio_window.h"
@@ -141,7 +142,7 @@ void StudioWindow::buildPlayMenu()
 {
     QMenu* const menu = menuBar()->addMenu("&Play");
     play_ = menu->addAction("Play");
-    play_->setShortcut(QKeySequence("Alt+P"));
+    play_->setShortcut(QKeySequence("Space"));
     play_->setCheckable(true);
     connect(play_, &QAction::toggled, this, [this](bool on) { play(on); });
     menu->addAction(
@@ -173,8 +174,11 @@ void StudioWindow::buildDocks()
         addDockWidget(area, out);
         return out;
     };
-    dock("Scene", outliner_, Qt::LeftDockWidgetArea);
-    dock("Properties", properties_, Qt::LeftDockWidgetArea);
+    constexpr int kPanelWidth = 290; // [pixels]
+    QDockWidget* const scene = dock("Scene", outliner_, Qt::LeftDockWidgetArea);
+    QDockWidget* const panel = dock("Properties", properties_, Qt::LeftDockWidgetArea);
+    resizeDocks({scene, panel}, {kPanelWidth, kPanelWidth}, Qt::Horizontal);
+    resizeDocks({scene, panel}, {1, 1}, Qt::Vertical);
 }
 
 void StudioWindow::buildTransport()
@@ -190,6 +194,7 @@ void StudioWindow::buildTransport()
         out->setDefaultAction(action);
         out->setText(text);
         out->setMinimumSize(72, 26);
+        out->setProperty(gui::kRecords, action != play_);
         row->addWidget(out);
     };
     button(record_, "Record");

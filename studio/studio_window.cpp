@@ -10,6 +10,7 @@
 #include "studio/properties.h"
 #include "studio/timeline.h"
 #include "studio/view_widget.h"
+#include "unidevice/device_hub.h"
 
 #include <QAction>
 #include <QApplication>
@@ -28,18 +29,19 @@ namespace tvw::rgs::studio {
 
 namespace {
 
-constexpr int kRefreshInterval = 66; // [ms], of panels while nothing runs
-constexpr double kSmooth = 0.1;      // share of the newest time in the readout
-constexpr double kLeastPause = 12.0; // [ms], between two pictures of a run
+constexpr int kRefreshInterval = 66;    // [ms], of panels while nothing runs
+constexpr double kSmooth = 0.1;         // share of the newest time in the readout
+constexpr double kLeastPause = 12.0;    // [ms], between two pictures of a run
+constexpr double kLongestPause = 250.0; // [ms], of a run that is late
 
 core::CoreImplementation& core()
 {
     return core::CoreImplementation::instance();
 }
 
-double smoothed(double before, qint64 nanoseconds)
+double smoothed(double before, double now)
 {
-    return before + kSmooth * (static_cast<double>(nanoseconds) / 1e6 - before);
+    return before + kSmooth * (now - before);
 }
 
 } // namespace
@@ -60,15 +62,15 @@ StudioWindow::StudioWindow(stage::Session& session, app::AppWindows& windows)
     properties_->changed = [this] { refresh(); };
     view_->cameraChanged = [this] { fillCameras(); };
     view_->readout = [this] {
-        return QString("simulation %1 ms, input %2 ms")
+        return QString("simulation %1 ms\ninput %2 ms")
             .arg(frameMs_, 0, 'f', 2)
-            .arg(inputMs_, 0, 'f', 2);
+            .arg(inputMs_, 0, 'f', 3);
     };
     session_.stage().hooks.redrawViews = [this] { redrawIfDue(); };
     core().records().addObserver(this);
     connect(&playTimer_, &QTimer::timeout, this, [this] { stepPlay(); });
     connect(&refreshTimer_, &QTimer::timeout, this, [this] {
-        if (session_.stage().version() != shownVersion_)
+        if (!core().isRunning() && session_.stage().version() != shownVersion_)
             refresh();
     });
     refreshTimer_.start(kRefreshInterval);
@@ -94,8 +96,20 @@ void StudioWindow::refresh()
     showTitle();
 }
 
+/// A take's frames go before its pictures: they get half of the time at most, and less when the
+/// take is late. What else in this window moves with the take is painted with them, since each
+/// repaint of the window costs as much as the view.
 void StudioWindow::redrawIfDue()
 {
+    if (core().isRunning()) {
+        const double pause = view_->msSincePicture();
+        const double due = std::max(kLeastPause, view_->pictureMs());
+        const bool isLate = core().records().framesBehind() > 0;
+        if (pause < due || (isLate && pause < kLongestPause))
+            return;
+        timeline_->update();
+        showFrame();
+    }
     view_->scheduleRedraw();
 }
 
@@ -135,7 +149,6 @@ void StudioWindow::sceneReplaced(const QString& path)
 {
     session_.setScenePath(path.toStdString());
     savedVersion_ = session_.stage().version();
-    view_->lookThrough(nullptr);
     fillCameras();
     refresh();
 }
@@ -278,10 +291,11 @@ void StudioWindow::beforeFrame(double)
     frameClock_.start();
 }
 
-void StudioWindow::frameDone(double time, const std::vector<core::Instance*>&)
+void StudioWindow::frameDone(double, const std::vector<core::Instance*>&)
 {
-    frameMs_ = smoothed(frameMs_, frameClock_.nsecsElapsed());
-    static_cast<void>(time);
+    inputMs_ = smoothed(inputMs_, unidevice::DeviceHub::instance().lastUpdateMs());
+    frameMs_ = smoothed(frameMs_, static_cast<double>(frameClock_.nsecsElapsed()) / 1e6 -
+                                      unidevice::DeviceHub::instance().lastUpdateMs());
 }
 
 void StudioWindow::runEnded()

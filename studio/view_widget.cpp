@@ -21,15 +21,18 @@ constexpr double kSmooth = 0.1;    // share of the newest time in the readout
 
 ViewWidget::ViewWidget(stage::Session& session) : session_(session)
 {
+    session_.stage().addListener(*this);
     setObjectName("view");
     setMinimumSize(320, 200);
     setFocusPolicy(Qt::StrongFocus);
+    connect(this, &QOpenGLWidget::frameSwapped, this, [this] { pictureShown(); });
     setToolTip("Alt + left or right button: turn.  Middle button: shift.  Wheel: zoom.  Click: "
                "select.  F: frame.");
 }
 
 ViewWidget::~ViewWidget()
 {
+    session_.stage().removeListener(*this);
     makeCurrent();
     renderer_.reset();
     doneCurrent();
@@ -78,10 +81,16 @@ void ViewWidget::prepare(view::Options& what) const
     what.pathOf = showsPath && moves && !session_.core().isRunning() ? selection.front() : nullptr;
 }
 
+double ViewWidget::msSincePicture() const
+{
+    constexpr double kLong = 1e9;
+    return sincePicture_.isValid() ? static_cast<double>(sincePicture_.nsecsElapsed()) / 1e6
+                                   : kLong;
+}
+
 void ViewWidget::paintGL()
 {
-    QElapsedTimer clock;
-    clock.start();
+    pictureClock_.start();
     if (camera_ && !camera_->isPresent())
         camera_ = nullptr;
     if (renderer_) {
@@ -89,12 +98,18 @@ void ViewWidget::paintGL()
         prepare(what);
         renderer_->draw(session_.stage(), lens(), viewport(), what);
     }
-    if (sincePicture_.isValid())
-        betweenMs_ +=
-            kSmooth * (static_cast<double>(sincePicture_.nsecsElapsed()) / 1e6 - betweenMs_);
-    sincePicture_.start();
-    pictureMs_ += kSmooth * (static_cast<double>(clock.nsecsElapsed()) / 1e6 - pictureMs_);
     drawReadout();
+}
+
+void ViewWidget::pictureShown()
+{
+    if (!pictureClock_.isValid())
+        return;
+    const double taken = static_cast<double>(pictureClock_.nsecsElapsed()) / 1e6;
+    pictureMs_ += kSmooth * (taken - pictureMs_);
+    if (sincePicture_.isValid())
+        betweenMs_ += kSmooth * (msSincePicture() - betweenMs_);
+    sincePicture_.start();
 }
 
 void ViewWidget::drawReadout()

@@ -16,7 +16,7 @@ namespace tvw::rgs::studio {
 
 /// Alt or the right or middle button turns and shifts as in other 3D programs: Alt + left or right
 /// turns, middle or Shift + right shifts, the wheel zooms. Redraws on demand: `scheduleRedraw`.
-class ViewWidget final : public QOpenGLWidget
+class ViewWidget final : public QOpenGLWidget, private stage::StageListener
 {
 public:
     explicit ViewWidget(stage::Session& session);
@@ -37,8 +37,10 @@ public:
     std::function<void()> cameraChanged; ///< the view left or took a camera
     std::function<QString()> readout;    ///< more lines for the readout
 
-    /// Of the last pictures [ms].
+    /// What a picture takes, until the screen has it, over the last few [ms].
     [[nodiscard]] double pictureMs() const { return pictureMs_; }
+    /// Since the screen had the last one [ms]; much before the first.
+    [[nodiscard]] double msSincePicture() const;
     [[nodiscard]] const std::string& problem() const { return problem_; }
 
 protected:
@@ -50,11 +52,14 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    void sceneClosing() override { leaveCamera(); } ///< its node is about to end
+
     [[nodiscard]] view::Viewport viewport() const;
     void prepare(view::Options& what) const;
     void pickAt(const QPoint& place, bool add);
     void leaveCamera();
     void drawReadout();
+    void pictureShown();
 
     stage::Session& session_;
     std::unique_ptr<view::Renderer> renderer_;
@@ -64,7 +69,7 @@ private:
     bool dragged_ = false;
     std::string problem_;
     double pictureMs_ = 0.0;
-    QElapsedTimer sincePicture_;
+    QElapsedTimer pictureClock_, sincePicture_;
     double betweenMs_ = 0.0;
 };
 

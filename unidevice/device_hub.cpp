@@ -1,6 +1,7 @@
 #include "unidevice/device_hub.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace tvw::unidevice {
 
@@ -34,8 +35,12 @@ DeviceHub::~DeviceHub()
 
 bool DeviceHub::updateAll()
 {
+    const auto began = std::chrono::steady_clock::now();
     for (Driver* const driver : drivers_)
         driver->update();
+    const std::chrono::duration<double, std::milli> taken =
+        std::chrono::steady_clock::now() - began;
+    updateMs_ = taken.count();
     return true;
 }
 

@@ -12,8 +12,9 @@ class DeviceHub : public Singleton<DeviceHub>
 {
 public:
     bool updateAll();
-    bool prepareAll(); ///< whether any device can be used
-    bool acquireAll(); ///< whether all could; true for none
+    double lastUpdateMs() const { return updateMs_; } ///< what the last `updateAll` took
+    bool prepareAll();                                ///< whether any device can be used
+    bool acquireAll();                                ///< whether all could; true for none
     bool releaseAll();
     void resetAll();
     Control* detectControl(const ExcludeList* exclude);
@@ -62,6 +63,7 @@ private:
     std::vector<Driver*> drivers_;
     std::vector<Device*> devices_;
     std::vector<Listener*> listeners_;
+    double updateMs_ = 0.0;
 };
 
 } // namespace tvw::unidevice

@@ -76,6 +76,18 @@ void drawCheckBox(QPainter& painter, const QStyleOption& option)
     painter.restore();
 }
 
+/// A button that is on: red where it means that something is being recorded.
+void drawHeldButton(QPainter& painter, const QStyleOption& option, bool records)
+{
+    const QColor accent = option.palette.color(QPalette::Highlight);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(option.palette.color(QPalette::Shadow));
+    painter.setBrush(records ? QColor(0xc4, 0x32, 0x32) : accent.darker(120));
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 2.0, 2.0);
+    painter.restore();
+}
+
 /// A disc with a letter, for message boxes.
 QIcon sign(const QColor& color, QChar letter)
 {
@@ -110,6 +122,11 @@ public:
             painter->setPen(option->palette.color(QPalette::Light));
             painter->setBrush(option->palette.color(QPalette::AlternateBase));
             painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+            return;
+        }
+        if ((element == PE_PanelButtonCommand || element == PE_PanelButtonTool) &&
+            option->state & State_On) {
+            drawHeldButton(*painter, *option, widget && widget->property(kRecords).toBool());
             return;
         }
         if (element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck) {

@@ -6,6 +6,9 @@ class QWidget;
 
 namespace tvw::gui {
 
+/// A dynamic property of a button: on, it is red, since something is being recorded. A bool.
+inline constexpr const char* kRecords = "rigstageRecords";
+
 /// Dark, calm, with one accent colour: for our own program. In a host the host's look stays.
 void applyStyle(QApplication& application);
 
