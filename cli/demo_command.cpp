@@ -20,7 +20,7 @@ void makeDemo(const Given& given)
     check(demo::build(*session));
     if (!given.still) {
         ProgressLine line("driving");
-        check(demo::driveRound(*session, [&](double fraction) { line.show(fraction); }));
+        check(demo::driveAlong(*session, [&](double fraction) { line.show(fraction); }));
     }
     saveFile(*session, given.output);
     if (given.film.empty())
@@ -39,7 +39,7 @@ void makeDemo(const Given& given)
 void addDemo(CLI::App& program)
 {
     auto* const command =
-        program.add_subcommand("demo", "Make the demo scene and drive its car round the course");
+        program.add_subcommand("demo", "Make the demo scene and drive its car along the course");
     const auto given = std::make_shared<Given>();
     addOutput(*command, given->output);
     command->add_option("--film", given->film,

@@ -133,7 +133,7 @@ Status build(stage::Session& session)
     return {};
 }
 
-Status driveRound(stage::Session& session, const stage::Progress& progress)
+Status driveAlong(stage::Session& session, const stage::Progress& progress)
 {
     core::InstanceReference* const car = session.tool(kCar);
     if (!car)

@@ -13,8 +13,8 @@ Status build(stage::Session& session);
 inline constexpr const char* kCar = "Car";
 inline constexpr double kTakeSeconds = 24.0;
 
-/// Records a take in which a script drives the car once round the course. The scene is that of
-/// `build`.
-Status driveRound(stage::Session& session, const stage::Progress& progress = {});
+/// Records a take in which a script drives the car along the course: over the jump, through the
+/// bends and the hills. The scene is that of `build`.
+Status driveAlong(stage::Session& session, const stage::Progress& progress = {});
 
 } // namespace tvw::rgs::demo
