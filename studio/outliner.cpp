@@ -43,12 +43,11 @@ Outliner::Outliner(stage::Session& session) : session_(session)
 {
     setObjectName("outliner");
     setColumnCount(2);
-    setHeaderLabels({"Scene", ""});
+    setHeaderHidden(true);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(kName, QHeaderView::Stretch);
     header()->setSectionResizeMode(kShown, QHeaderView::Fixed);
     header()->resizeSection(kShown, kShownWidth);
-    headerItem()->setToolTip(kShown, "Visible");
     setSelectionMode(ExtendedSelection);
     setDragDropMode(InternalMove);
     setEditTriggers(EditKeyPressed | SelectedClicked);
@@ -114,6 +113,7 @@ void Outliner::addBelow(QTreeWidgetItem* parent, stage::StageNode& node)
     item->setToolTip(kName, stage::nameOf(node.kind()));
     item->setFlags(item->flags() | Qt::ItemIsEditable | Qt::ItemIsUserCheckable |
                    Qt::ItemIsDropEnabled | Qt::ItemIsDragEnabled);
+    item->setToolTip(kShown, "Visible");
     item->setCheckState(kShown, node.state().visible ? Qt::Checked : Qt::Unchecked);
     items_[&node] = item;
     for (stage::StageNode* const child : node.children())

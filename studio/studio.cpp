@@ -79,6 +79,7 @@ void Studio::show()
     window_->resize(std::min(1280, screen.width() - kPanelWidth),
                     std::min(820, screen.height() - kBarHeight));
     window_->move(screen.left() + 8, screen.top() + 8);
+    window_->restorePlace();
     window_->show();
     session_->core().openMainWindow(nullptr);
     placeMainWindow();

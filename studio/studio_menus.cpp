@@ -11,8 +11,8 @@
 #include "studio/view_widget.h"
 #include "view/playblast.h"
 
-#include <QActionGroup>
 #include <QApplication>
+#include <QComboBox>
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -155,8 +155,9 @@ void StudioWindow::buildPlayMenu()
         "Record", this, [this] { record(); }, QKeySequence("F5"));
     record_->setCheckable(true);
     record_->setToolTip("Record animation for the checked tools. Space stops.");
-    menu->addAction(
+    resimulate_ = menu->addAction(
         "Resimulate", this, [this] { resimulate(); }, QKeySequence("F6"));
+    resimulate_->setToolTip("Runs the recorded performance again with the present settings.");
     menu->addSeparator();
     keyMode_ = menu->addAction("Key mode");
     keyMode_->setCheckable(true);
@@ -198,6 +199,7 @@ void StudioWindow::buildTransport()
         row->addWidget(out);
     };
     button(record_, "Record");
+    button(resimulate_, "Resimulate");
     button(play_, "Play");
     button(keyMode_, "Key mode");
     row->addStretch();
@@ -224,6 +226,7 @@ void StudioWindow::buildTransport()
     };
     startBox_ = box("rangeStart", "Start");
     endBox_ = box("rangeEnd", "End");
+    buildRateBox(*row);
     all->addLayout(row);
     all->addWidget(timeline_);
     auto* const dock = new QDockWidget("Time line");
@@ -231,6 +234,32 @@ void StudioWindow::buildTransport()
     dock->setTitleBarWidget(new QWidget);
     dock->setWidget(bar);
     addDockWidget(Qt::BottomDockWidgetArea, dock);
+}
+
+void StudioWindow::buildRateBox(QHBoxLayout& row)
+{
+    rateBox_ = new QComboBox;
+    rateBox_->setObjectName("rate");
+    rateBox_->setToolTip("Frames per second");
+    for (const int rate : {24, 25, 30, 48, 50, 60, 100, 120})
+        rateBox_->addItem(QString("%1 fps").arg(rate), rate);
+    row.addWidget(rateBox_);
+    connect(rateBox_, QOverload<int>::of(&QComboBox::activated), this, [this](int place) {
+        if (!core().isRunning())
+            session_.stage().setFramesPerSecond(rateBox_->itemData(place).toDouble());
+        refresh();
+    });
+}
+
+/// One that is not in the list joins it.
+void StudioWindow::showRate(double rate)
+{
+    int place = rateBox_->findData(rate);
+    if (place < 0) {
+        rateBox_->addItem(QString("%1 fps").arg(rate), rate);
+        place = rateBox_->count() - 1;
+    }
+    rateBox_->setCurrentIndex(place);
 }
 
 void StudioWindow::open()
@@ -327,10 +356,10 @@ void StudioWindow::showFrame()
     const stage::Stage& scene = session_.stage();
     const double rate = session_.stage().getFramesPerSecond();
     const double time = session_.stage().getTime();
-    frameLabel_->setText(QString("frame %1    %2 s    %3 fps")
+    frameLabel_->setText(QString("frame %1    %2 s")
                              .arg(static_cast<long>(std::lround(time * rate)))
-                             .arg(time, 0, 'f', 2)
-                             .arg(rate));
+                             .arg(time, 0, 'f', 2));
+    showRate(rate);
     const core::TimeRange range = scene.range();
     for (const auto& [box, at] :
          {std::pair(startBox_, range.start), std::pair(endBox_, range.end)}) {

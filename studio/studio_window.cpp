@@ -4,6 +4,7 @@
 #include "adaptor/stage/scene_file.h"
 #include "app/app_windows.h"
 #include "core/core_implementation.h"
+#include "core/instance_reference.h"
 #include "core/version.h"
 #include "demo/demo_scene.h"
 #include "studio/outliner.h"
@@ -94,6 +95,7 @@ void StudioWindow::refresh()
     showUndoNames();
     showFrame();
     showTitle();
+    showHint();
 }
 
 /// A take's frames go before its pictures: they get half of the time at most, and less when the
@@ -111,6 +113,23 @@ void StudioWindow::redrawIfDue()
         showFrame();
     }
     view_->scheduleRedraw();
+}
+
+void StudioWindow::showHint()
+{
+    const bool hasTools = !core().instances().collect(false).empty();
+    if (core().isRunning())
+        view_->hint = core().isResimulating() ? QString() : "Recording.  Space stops.";
+    else if (!hasTools)
+        view_->hint = "Create a tool in the Rigstage window (F9), or choose File > New demo scene.";
+    else if (takes_ == 0)
+        view_->hint = "Press Record (F5), then perform: the arrow keys drive.  Space stops.";
+    else if (takes_ == 1)
+        view_->hint = "Drag in the time line to look at the take, Ctrl+Z takes it back.\n"
+                      "Change the tool's settings and press Resimulate (F6): the same performance "
+                      "runs again.";
+    else
+        view_->hint.clear();
 }
 
 void StudioWindow::complain(const std::string& what)
@@ -149,6 +168,7 @@ void StudioWindow::sceneReplaced(const QString& path)
 {
     session_.setScenePath(path.toStdString());
     savedVersion_ = session_.stage().version();
+    takes_ = 0;
     fillCameras();
     refresh();
 }
@@ -243,8 +263,18 @@ void StudioWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    QSettings settings;
+    settings.setValue("geometry", saveGeometry());
+    settings.setValue("panels", saveState());
     event->accept();
     qApp->quit();
+}
+
+void StudioWindow::restorePlace()
+{
+    const QSettings settings;
+    restoreGeometry(settings.value("geometry").toByteArray());
+    restoreState(settings.value("panels").toByteArray());
 }
 
 void StudioWindow::showTitle()
@@ -283,6 +313,7 @@ void StudioWindow::runStarted(double start, const std::vector<core::Instance*>&)
 {
     timeline_->setTakeStart(start);
     record_->setChecked(!core().isResimulating());
+    showHint();
     view_->setFocus(); // a take's keys are the hands', not a spin box's
 }
 
@@ -296,13 +327,15 @@ void StudioWindow::frameDone(double, const std::vector<core::Instance*>&)
     inputMs_ = smoothed(inputMs_, unidevice::DeviceHub::instance().lastUpdateMs());
     frameMs_ = smoothed(frameMs_, static_cast<double>(frameClock_.nsecsElapsed()) / 1e6 -
                                       unidevice::DeviceHub::instance().lastUpdateMs());
+    redrawIfDue();
 }
 
 void StudioWindow::runEnded()
 {
     timeline_->setTakeStart(-1.0);
     record_->setChecked(false);
-    refresh();
+    ++takes_;
+    QTimer::singleShot(0, this, [this] { refresh(); }); // when the run is over for all
 }
 
 } // namespace tvw::rgs::studio

@@ -10,7 +10,8 @@
 
 #include <memory>
 
-class QActionGroup;
+class QComboBox;
+class QHBoxLayout;
 class QLabel;
 class QSpinBox;
 
@@ -40,6 +41,8 @@ public:
     /// Lost takes of an earlier run are offered one after the other.
     void offerLostTakes();
 
+    void restorePlace(); ///< where it was when it was closed last, on a screen that is there
+
     void refresh(); ///< everything shows the scene as it is now
 
 protected:
@@ -55,6 +58,8 @@ private:
     void buildPlayMenu();
     void buildDocks();
     void buildTransport();
+    void buildRateBox(QHBoxLayout& row);
+    void showRate(double rate);
     void newScene();
     void open();
     bool save();
@@ -83,6 +88,7 @@ private:
     void showFrame();
     void complain(const std::string& what);
     void redrawIfDue();
+    void showHint(); ///< what a new user does next
 
     // The run.
     void runStarted(double start, const std::vector<core::Instance*>&) override;
@@ -101,12 +107,14 @@ private:
     QAction* redo_ = nullptr;
     QAction* play_ = nullptr;
     QAction* record_ = nullptr;
+    QAction* resimulate_ = nullptr;
     QAction* keyMode_ = nullptr;
     QMenu* recent_ = nullptr;
     QMenu* cameras_ = nullptr;
     QMenu* addMenu_ = nullptr;
     QSpinBox* startBox_ = nullptr;
     QSpinBox* endBox_ = nullptr;
+    QComboBox* rateBox_ = nullptr;
     QTimer playTimer_;
     QTimer refreshTimer_;
     QElapsedTimer playClock_;
@@ -115,6 +123,7 @@ private:
     std::uint64_t shownVersion_ = 0;
     std::size_t shownUndo_ = 0;
     QElapsedTimer frameClock_;
+    int takes_ = 0;        ///< of the scene, since it was opened
     double frameMs_ = 0.0; ///< of simulation, smoothed
     double inputMs_ = 0.0;
 };

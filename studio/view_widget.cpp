@@ -15,7 +15,8 @@ namespace {
 
 constexpr double kAhead = 9.0;     // [m], where a scene's camera usually has its subject
 constexpr int kClickTolerance = 4; // [pixels]
-constexpr double kSmooth = 0.1;    // share of the newest time in the readout
+const QColor kTextColor(220, 224, 230);
+constexpr double kSmooth = 0.1; // share of the newest time in the readout
 
 } // namespace
 
@@ -98,21 +99,24 @@ void ViewWidget::paintGL()
         prepare(what);
         renderer_->draw(session_.stage(), lens(), viewport(), what);
     }
-    drawReadout();
+    QPainter painter(this);
+    drawReadout(painter);
+    drawHint(painter);
 }
 
 void ViewWidget::pictureShown()
 {
     if (!pictureClock_.isValid())
-        return;
+        return; // another part of the window was painted
     const double taken = static_cast<double>(pictureClock_.nsecsElapsed()) / 1e6;
+    pictureClock_.invalidate();
     pictureMs_ += kSmooth * (taken - pictureMs_);
     if (sincePicture_.isValid())
         betweenMs_ += kSmooth * (msSincePicture() - betweenMs_);
     sincePicture_.start();
 }
 
-void ViewWidget::drawReadout()
+void ViewWidget::drawReadout(QPainter& painter) const
 {
     QString text;
     if (!problem_.empty())
@@ -126,11 +130,24 @@ void ViewWidget::drawReadout()
         if (readout)
             text += "\n" + readout();
     }
-    if (text.isEmpty())
-        return;
-    QPainter painter(this);
-    painter.setPen(QColor(220, 224, 230));
+    painter.setPen(kTextColor);
     painter.drawText(rect().adjusted(10, 8, -10, -8), Qt::AlignLeft | Qt::AlignTop, text.trimmed());
+}
+
+void ViewWidget::drawHint(QPainter& painter) const
+{
+    if (hint.isEmpty())
+        return;
+    constexpr int kAir = 10; // [pixels]
+    const QRect room = rect().adjusted(3 * kAir, 3 * kAir, -3 * kAir, -2 * kAir);
+    constexpr int kPlace = Qt::AlignHCenter | Qt::AlignBottom | Qt::TextWordWrap;
+    const QRect text = painter.boundingRect(room, kPlace, hint);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0x17, 0x18, 0x1a, 200));
+    painter.drawRoundedRect(text.adjusted(-kAir, -kAir / 2, kAir, kAir / 2), 4.0, 4.0);
+    painter.setPen(kTextColor);
+    painter.drawText(room, kPlace, hint);
 }
 
 void ViewWidget::frameSelection()

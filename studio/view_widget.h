@@ -33,6 +33,7 @@ public:
     view::Options options;   ///< time and focus are the widget's own
     bool showsPath = true;   ///< of the selected node
     bool showsTimes = false; ///< the readout of frame times
+    QString hint;            ///< what to do next, below in the picture; empty: nothing
 
     std::function<void()> cameraChanged; ///< the view left or took a camera
     std::function<QString()> readout;    ///< more lines for the readout
@@ -58,7 +59,8 @@ private:
     void prepare(view::Options& what) const;
     void pickAt(const QPoint& place, bool add);
     void leaveCamera();
-    void drawReadout();
+    void drawReadout(QPainter& painter) const;
+    void drawHint(QPainter& painter) const;
     void pictureShown();
 
     stage::Session& session_;

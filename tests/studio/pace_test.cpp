@@ -3,6 +3,7 @@
 #include "tests/studio/studio_fixture.h"
 
 #include <QElapsedTimer>
+#include <QOpenGLWidget>
 #include <QThread>
 
 #include <cmath>
@@ -45,6 +46,9 @@ protected:
     {
         openDemo();
         scene().setFramesPerSecond(GetParam());
+        int pictures = 0;
+        const auto* const view = studio->window().findChild<QOpenGLWidget*>("view");
+        QObject::connect(view, &QOpenGLWidget::frameSwapped, view, [&] { ++pictures; });
         Watch watch;
         watch.stallAt = stallAt;
         core().records().addObserver(&watch);
@@ -53,6 +57,8 @@ protected:
             waitFor([&] { return !watch.frames.empty() && watch.frames.back().wall > seconds; }));
         core().stopRecord();
         core().records().removeObserver(&watch);
+        view->disconnect();
+        EXPECT_GT(pictures, 3 * seconds) << "the take is not seen";
         return watch.frames;
     }
 
