@@ -7,6 +7,7 @@
 #include "util/factory.h"
 #include "util/xml/element.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace tvw::rgs::app {
@@ -17,9 +18,10 @@ using util::xml::Tag;
 
 namespace {
 
-constexpr int kFieldWidth = 132; // [logical pixels], a number of ten digits with its arrows
-constexpr int kRowGap = 2;       // [logical pixels]
-constexpr int kGroupGap = 8;     // [logical pixels]
+constexpr int kFieldWidth = 132;        // [logical pixels], a number of ten digits with its arrows
+constexpr int kRowGap = 2;              // [logical pixels]
+constexpr int kGroupGap = 8;            // [logical pixels]
+constexpr std::size_t kLineLength = 72; // of remarks [characters]
 
 bool isField(std::string_view tag)
 {
@@ -33,40 +35,81 @@ void fixWidth(gui::Component& field)
 }
 
 /// A row's field stands in the right column, its caption has the rest.
-void dressRow(gui::Component& row)
+void dressRow(gui::Component& row, ci::List& list)
 {
-    if (auto* const list = gui::toList(&row); list && !list->direction() && row.childCount() == 2) {
-        list->setPadding(kRowGap / 2, 0, kRowGap / 2, 0);
-        if (gui::Component* const field = row.childAt(1); isField(gui::tagOf(field)))
-            fixWidth(*field);
+    gui::Component* const field = row.childAt(1);
+    if (row.childCount() != 2 || !isField(gui::tagOf(field)))
+        return;
+    list.setPadding(kRowGap / 2, 0, kRowGap / 2, 0);
+    fixWidth(*field);
+}
+
+/// The text with line ends in place of the blanks that stand too far right. Labels that break their
+/// own lines make a layout guess its height, and stretch its rows.
+std::string broken(std::string text)
+{
+    std::size_t begin = 0, blank = std::string::npos;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\n') {
+            begin = i + 1;
+            blank = std::string::npos;
+        } else if (text[i] == ' ') {
+            blank = i;
+        }
+        if (i - begin >= kLineLength && blank != std::string::npos) {
+            text[blank] = '\n';
+            begin = blank + 1;
+            blank = std::string::npos;
+        }
+    }
+    return text;
+}
+
+/// One that is empty takes no room.
+void dressRemark(gui::Component& remark)
+{
+    gui::toLabel(&remark)->setWrap(false);
+    remark.setLabel(broken(remark.label()));
+    if (remark.label().empty())
+        remark.setVisible(false, false);
+}
+
+/// Groups within groups end at the same right edge, so that all fields stand in one column.
+void dressGroup(gui::Component& group, bool isInner)
+{
+    gui::toGroup(&group)->setPadding(kGroupGap / 2, isInner ? 0 : kGroupGap, kGroupGap, kGroupGap);
+}
+
+void dress(gui::Component& component, bool isInGroup)
+{
+    const bool isGroup = gui::toGroup(&component) != nullptr;
+    auto* const list = gui::toList(&component);
+    const bool isRow = list && !list->direction();
+    if (isGroup)
+        dressGroup(component, isInGroup);
+    else if (isRow)
+        dressRow(component, *list);
+    for (gui::Component* const child : component.children()) {
+        if (!isRow && gui::toLabel(child))
+            dressRemark(*child);
+        dress(*child, isInGroup || isGroup);
     }
 }
 
-/// A group's remark stands below its title, in as many lines as it needs; one that is empty takes
-/// no room.
-void dressGroup(gui::Component& group)
-{
-    gui::toGroup(&group)->setPadding(kGroupGap / 2, kGroupGap, kGroupGap, kGroupGap);
-    gui::Component* const content = group.childAt(0);
-    gui::Component* const remark = content ? content->childAt(0) : nullptr;
-    if (auto* const label = gui::toLabel(remark)) {
-        label->setWrap(true);
-        if (remark->label().empty())
-            remark->setVisible(false, false);
-    }
-}
-
-void dress(gui::Component& component)
+void shiftIds(gui::Component& component)
 {
     if (component.id() >= 0)
         component.setId(component.id() + kFirstPanelId);
-    const std::string tag = gui::tagOf(&component);
-    if (tag == ci::Group::kTag)
-        dressGroup(component);
-    else if (tag == ci::List::kTag)
-        dressRow(component);
     for (gui::Component* const child : component.children())
-        dress(*child);
+        shiftIds(*child);
+}
+
+/// A template brings a layout of its own, which stays as its maker drew it.
+bool isDrawn(const core::configadaptor::Node& items)
+{
+    return std::any_of(items.children().begin(), items.children().end(), [](const auto* item) {
+        return item->kind() == core::configadaptor::NodeKind::Template;
+    });
 }
 
 gui::ComponentPtr build(const Element& layout)
@@ -86,18 +129,19 @@ gui::ComponentPtr buildConfigPanel(core::configadaptor::Node& items)
         return panel;
     if (auto* const list = gui::toList(panel.get())) {
         list->setValign(gui::VAlign::Top);
-        list->setPadding(0, kGroupGap, 0, 0);
+        list->setPadding(kGroupGap, kGroupGap, kGroupGap, kGroupGap);
     }
-    dress(*panel);
+    if (!isDrawn(items))
+        dress(*panel, false);
+    shiftIds(*panel);
     return panel;
 }
 
 gui::ComponentPtr buildPreferencesPanel(int buttonId)
 {
     Tag remark("label");
-    remark.setAttribute("wrap", "yes");
-    remark.addChild(util::xml::Text("What holds for the whole program, whichever tools are in the "
-                                    "scene, stands in a window of its own."));
+    remark.addChild(util::xml::Text(broken("What holds for the whole program, whichever tools are "
+                                           "in the scene, stands in a window of its own.")));
     Tag button("button");
     button.setAttribute("id", std::to_string(buttonId));
     button.setAttribute("label", "Preferences...");
@@ -108,8 +152,13 @@ gui::ComponentPtr buildPreferencesPanel(int buttonId)
     Tag list("list");
     list.setAttribute("valign", "top");
     list.setAttribute("padding", "8 8 8 8");
+    Tag row("list");
+    row.setAttribute("type", "horizontal");
+    row.setAttribute("halign", "left");
+    row.setAttribute("padding", "0 8 0 0");
+    row.addChild(button);
     list.addChild(remark);
-    list.addChild(button);
+    list.addChild(row);
     return build(list);
 }
 
