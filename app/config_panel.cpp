@@ -8,7 +8,7 @@
 #include "util/xml/element.h"
 
 #include <algorithm>
-#include <string_view>
+#include <string>
 
 namespace tvw::rgs::app {
 
@@ -18,14 +18,21 @@ using util::xml::Tag;
 
 namespace {
 
-constexpr int kFieldWidth = 132;        // [logical pixels], a number of ten digits with its arrows
-constexpr int kRowGap = 2;              // [logical pixels]
-constexpr int kGroupGap = 8;            // [logical pixels]
+constexpr int kFieldWidth = 132; // [logical pixels], a number of ten digits with its arrows
+constexpr int kRowGap = 2;       // [logical pixels]
+constexpr int kGroupGap = 8;     // [logical pixels]
+constexpr int kFirstOtherId = 2 * kFirstPanelId;
 constexpr std::size_t kLineLength = 72; // of remarks [characters]
 
-bool isField(std::string_view tag)
+bool isField(const gui::Component& component)
 {
+    const std::string tag = gui::tagOf(&component);
     return tag == "spinner" || tag == "combobox" || tag == "textbox" || tag == "checkbox";
+}
+
+bool isOfItem(const gui::Component& component)
+{
+    return isField(component) || gui::tagOf(&component) == "button";
 }
 
 void fixWidth(gui::Component& field)
@@ -38,7 +45,7 @@ void fixWidth(gui::Component& field)
 void dressRow(gui::Component& row, ci::List& list)
 {
     gui::Component* const field = row.childAt(1);
-    if (row.childCount() != 2 || !isField(gui::tagOf(field)))
+    if (row.childCount() != 2 || !isField(*field))
         return;
     list.setPadding(kRowGap / 2, 0, kRowGap / 2, 0);
     fixWidth(*field);
@@ -96,10 +103,13 @@ void dress(gui::Component& component, bool isInGroup)
     }
 }
 
+/// Ids of items, and apart from them those of what stands round them.
 void shiftIds(gui::Component& component)
 {
     if (component.id() >= 0)
-        component.setId(component.id() + kFirstPanelId);
+        component.setId(component.id() + (isOfItem(component) ? kFirstPanelId : kFirstOtherId));
+    if (component.tooltipId() >= 0)
+        component.setTooltipId(component.tooltipId() + kFirstOtherId);
     for (gui::Component* const child : component.children())
         shiftIds(*child);
 }

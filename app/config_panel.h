@@ -7,7 +7,7 @@
 namespace tvw::rgs::app {
 
 /// The items' layout as components, not shown yet: fields in one column, groups a little apart. Ids
-/// of the items begin at kFirstPanelId (app/config_views.h). Null if the layout does not build.
+/// are shifted as app/config_views.h says. Null if the layout does not build.
 [[nodiscard]] gui::ComponentPtr buildConfigPanel(core::configadaptor::Node& items);
 
 /// What stands there for "Main Preferences": a remark and a button of that id.

@@ -131,8 +131,9 @@ void ConfigViews::link(Node& items, gui::Component& panel)
     items_ = &items;
     std::unordered_map<int, gui::Component*> byId;
     const auto collect = [&byId](const auto& self, gui::Component& component) -> void {
-        if (component.id() >= kFirstPanelId)
-            byId.emplace(component.id() - kFirstPanelId, &component);
+        const int id = component.id() - kFirstPanelId;
+        if (id >= 0 && id < kFirstPanelId)
+            byId.emplace(id, &component);
         for (gui::Component* const child : component.children())
             self(self, *child);
     };

@@ -41,7 +41,8 @@ private:
     std::unordered_map<gui::Component*, Node*> nodeOf_;
 };
 
-/// Ids of a panel's components begin here, so that they are none of the window around it.
+/// In a panel the component of an item has this much more than the item's id; what stands round the
+/// items has at least twice as much. So none is the id of a component of the window.
 inline constexpr int kFirstPanelId = 1 << 16;
 
 } // namespace tvw::rgs::app

@@ -134,7 +134,7 @@ void ConfigWindow::refreshTree()
 
 void ConfigWindow::closeOf(core::Instance& instance)
 {
-    if (shownTool() != &instance)
+    if (!shown_ || *shown_ == nullptr || *shown_ != instance.reference())
         return;
     shown_ = nullptr;
     dropPanel();
