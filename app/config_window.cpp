@@ -6,8 +6,10 @@
 #include "core/instance.h"
 #include "core/tool.h"
 #include "gui/componentinterface/combobox.h"
+#include "gui/componentinterface/dialog.h"
 #include "gui/message_ids.h"
 
+#include <QObject>
 #include <QTimer>
 
 #include <utility>
@@ -51,33 +53,9 @@ core::InstanceReference* rootOfTools()
 
 } // namespace
 
-/// Runs once when the present event is over, however often it is asked for.
-class ConfigWindow::Later
-{
-public:
-    explicit Later(std::function<void()> run)
-    {
-        timer_.setSingleShot(true);
-        QObject::connect(&timer_, &QTimer::timeout, std::move(run));
-    }
-    void start() { timer_.start(0); }
-
-private:
-    QTimer timer_;
-};
-
 ConfigWindow::ConfigWindow()
-    : WindowBase("Config Window"),
-      views_([this] { markChanged(true); },
-             [this] {
-                 dropPanel(); // its items are gone, and perhaps there are others
-                 later_->start();
-             }),
-      later_(std::make_unique<Later>([this] {
-          retired_.clear();
-          if (isShown() && !panel_)
-              showTool(shownTool());
-      }))
+    : WindowBase("Config Window"), views_([this] { markChanged(true); }, [this] { dropPanel(); }),
+      context_(std::make_unique<QObject>())
 {
 }
 
@@ -116,6 +94,8 @@ void ConfigWindow::open(core::Instance* instance)
     if (!isThere)
         showTool(tool && tool->reference() != rootOfTools() ? tool : nullptr);
     selectShown();
+    if (auto* const dialog = gui::toDialog(root()))
+        dialog->setTopmost(CoreImplementation::instance().getSettings().alwaysOnTop);
     if (isShown())
         raise();
     else
@@ -216,7 +196,17 @@ void ConfigWindow::dropPanel()
         gone->hide();
     gone->detach();
     retired_.emplace_back(gone);
-    later_->start();
+    tidyLater();
+}
+
+/// Ends panels that are out of use. A tool may have thrown its items away for others.
+void ConfigWindow::tidyLater()
+{
+    QTimer::singleShot(0, context_.get(), [this] {
+        retired_.clear();
+        if (isShown() && !panel_)
+            showTool(shownTool());
+    });
 }
 
 // What stands round it.
@@ -297,7 +287,6 @@ void ConfigWindow::handleProfileButton(int from)
     auto* const box = as<ci::ComboBox>(id::profile);
     if (!tool || !box)
         return;
-    const core::InstanceReference::Watch watch = shown_;
     const std::string chosen = box->currentText();
     ConfigProfiles profiles(*tool);
     ProfileActions actions(profiles, root()->widget());

@@ -10,6 +10,8 @@
 #include <memory>
 #include <vector>
 
+class QObject;
+
 namespace tvw::rgs::core {
 class Instance;
 }
@@ -43,8 +45,6 @@ public:
     void setPreferencesDoor(std::function<void()> open) { openPreferences_ = std::move(open); }
 
 private:
-    class Later;
-
     void handle(gui::Component& component, Message& message) override;
     void handleButton(int from);
     void handleProfileButton(int from);
@@ -59,6 +59,7 @@ private:
     void markChanged(bool isChanged);
     void placePanel(gui::ComponentPtr panel);
     void dropPanel();
+    void tidyLater();
 
     std::function<void()> openPreferences_;
     std::unique_ptr<ConfigTreeNode> tree_;
@@ -66,7 +67,7 @@ private:
     core::InstanceReference::Watch shown_;   ///< null: none
     gui::Component* panel_ = nullptr;        ///< below the scroll
     std::vector<gui::ComponentPtr> retired_; ///< panels that may be in an event of their own
-    std::unique_ptr<Later> later_;
+    std::unique_ptr<QObject> context_;       ///< of what is put off until the present event is over
 };
 
 } // namespace tvw::rgs::app

@@ -34,6 +34,15 @@ Element renamed(const Element& profile, const std::string& name)
     return copy;
 }
 
+/// The name behind that one, or ahead of it where it is the last.
+std::string neighbourOf(const std::string& name, const std::vector<std::string>& names)
+{
+    const auto place = std::find(names.begin(), names.end(), name);
+    if (place != names.end() && place + 1 != names.end())
+        return *(place + 1);
+    return place == names.begin() ? name : *(place - 1);
+}
+
 } // namespace
 
 // Boxes.
@@ -161,9 +170,7 @@ void ProfileActions::remove(const std::string& name)
         return say(kNothingChosen, kProduct);
     if (!ask("Do you really want to delete the profile: " + name + "?", kProduct))
         return;
-    const std::vector<std::string> before = profiles.names();
-    const auto place =
-        static_cast<std::size_t>(std::find(before.begin(), before.end(), name) - before.begin());
+    const std::string next = neighbourOf(name, profiles.names());
     const int outcome = profiles.remove(name);
     if (outcome == XMLFileManager::refused)
         return say("The profile " + name + " belongs to the program and cannot be deleted.",
@@ -171,9 +178,8 @@ void ProfileActions::remove(const std::string& name)
     if (outcome != XMLFileManager::done)
         return say("The profile " + name + " could not be deleted.", "Rigstage - Error");
     profiles.rescan(); // a shipped one that the user's had replaced comes back
-    const std::vector<std::string> left = profiles.names();
-    if (!left.empty())
-        subject_.load(Element(profiles.profile(left[std::min(place, left.size() - 1)])));
+    if (const Element wanted = profiles.profile(next); !wanted.isEmpty())
+        subject_.load(wanted);
 }
 
 void ProfileActions::select(const std::string& name)

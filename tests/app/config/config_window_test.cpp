@@ -1,3 +1,4 @@
+#include "core/configadaptor/elements.h"
 #include "core/library_manager.h"
 #include "core/tool.h"
 #include "tests/app/config/config_fixture.h"
@@ -8,6 +9,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTreeView>
+#include <QWheelEvent>
 
 #include <cmath>
 #include <functional>
@@ -89,6 +91,9 @@ TEST_F(Config, showsAndChangesTheItemsOfEveryTool)
                 QTest::mouseClick(&widget, Qt::LeftButton, {}, {8, widget.height() / 2});
             } else if (node.kind() == NodeKind::ComboBox) {
                 expected = static_cast<double>(node.choices().size()) - 1.0;
+                QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false);
+                QApplication::sendEvent(&widget, &wheel);
+                EXPECT_EQ(node.value(), before) << "scrolling over it changed it";
                 QTest::keyClick(&widget, Qt::Key_End);
                 text = node.choices().back();
             } else if (node.kind() == NodeKind::TextBox) {
@@ -245,6 +250,27 @@ TEST_F(Config, aToolCanEndWhileItIsShown)
     window->open(nullptr);
     QApplication::processEvents();
     EXPECT_EQ(top()->windowTitle().toStdString(), "Configuration for Rigstage");
+}
+
+/// A tool that declares its items anew gets a new panel; the old one's components are dead until
+/// then.
+TEST_F(Config, followsAToolThatChangesItsItems)
+{
+    namespace element = core::configadaptor::element;
+    core::Instance& camera = open("ObserverCam");
+    QCheckBox& old = itemWidget<QCheckBox>(item(camera, "Hide Helpers"));
+    double value = 2.0;
+    auto* const items = new element::Root;
+    auto* const length = new element::Spinner(7, "Length", {}, &value, {0.0, 9.0, 0.5, 1}, nullptr);
+    items->addChild(length);
+    camera.adoptConfiguration(std::unique_ptr<Node, core::Destroyer>(items));
+    old.click();
+    QApplication::processEvents();
+    itemWidget<QDoubleSpinBox>(*length).stepUp();
+    EXPECT_EQ(value, 2.5);
+    camera.adoptConfiguration(nullptr); // the value is this test's
+    QApplication::processEvents();
+    EXPECT_TRUE(window->isShown());
 }
 
 /// The numbers of a template's items are its maker's: also those of the window's own buttons.
