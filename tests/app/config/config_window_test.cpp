@@ -263,7 +263,7 @@ TEST_F(Config, followsAToolThatChangesItsItems)
     auto* const items = new element::Root;
     auto* const length = new element::Spinner(7, "Length", {}, &value, {0.0, 9.0, 0.5, 1}, nullptr);
     items->addChild(length);
-    camera.adoptConfiguration(std::unique_ptr<Node, core::Destroyer>(items));
+    camera.adoptConfiguration(std::unique_ptr<Node, Destroyer>(items));
     old.click();
     QApplication::processEvents();
     itemWidget<QDoubleSpinBox>(*length).stepUp();
