@@ -122,6 +122,17 @@ bool isDrawn(const core::configadaptor::Node& items)
     });
 }
 
+Element remarkPage(const char* text)
+{
+    Tag remark("label");
+    remark.addChild(util::xml::Text(broken(text)));
+    Tag page("list");
+    page.setAttribute("valign", "top");
+    page.setAttribute("padding", "8 8 8 8");
+    page.addChild(remark);
+    return page;
+}
+
 gui::ComponentPtr build(const Element& layout)
 {
     return gui::ComponentPtr(AbstractFactory<gui::Component>::instance().create(layout));
@@ -149,9 +160,6 @@ gui::ComponentPtr buildConfigPanel(core::configadaptor::Node& items)
 
 gui::ComponentPtr buildPreferencesPanel(int buttonId)
 {
-    Tag remark("label");
-    remark.addChild(util::xml::Text(broken("What holds for the whole program, whichever tools are "
-                                           "in the scene, stands in a window of its own.")));
     Tag button("button");
     button.setAttribute("id", std::to_string(buttonId));
     button.setAttribute("label", "Preferences...");
@@ -159,17 +167,20 @@ gui::ComponentPtr buildPreferencesPanel(int buttonId)
     button.setAttribute("width", "150");
     button.setAttribute("height", "28");
     button.addChild(util::xml::TagWithData("tooltip", "Opens the preferences."));
-    Tag list("list");
-    list.setAttribute("valign", "top");
-    list.setAttribute("padding", "8 8 8 8");
     Tag row("list");
     row.setAttribute("type", "horizontal");
     row.setAttribute("halign", "left");
     row.setAttribute("padding", "0 8 0 0");
     row.addChild(button);
-    list.addChild(remark);
-    list.addChild(row);
-    return build(list);
+    Element page = remarkPage("What holds for the whole program, whichever tools are in the scene, "
+                              "stands in a window of its own.");
+    page.addChild(row);
+    return build(page);
+}
+
+gui::ComponentPtr buildEmptyPanel()
+{
+    return build(remarkPage("This tool has no settings."));
 }
 
 } // namespace tvw::rgs::app

@@ -13,4 +13,7 @@ namespace tvw::rgs::app {
 /// What stands there for "Main Preferences": a remark and a button of that id.
 [[nodiscard]] gui::ComponentPtr buildPreferencesPanel(int buttonId);
 
+/// What stands there for a tool without items.
+[[nodiscard]] gui::ComponentPtr buildEmptyPanel();
+
 } // namespace tvw::rgs::app

@@ -151,27 +151,37 @@ void ConfigWindow::showTool(core::Instance* tool)
 {
     dropPanel();
     shown_ = tool && tool->reference() ? tool->reference()->watch() : nullptr;
-    core::configadaptor::Node* const items = tool ? tool->configuration() : nullptr;
-    if (tool) {
-        gui::ComponentPtr panel = items ? buildConfigPanel(*items) : nullptr;
-        if (panel) {
-            panel->setVariable("[images]", tool->type()->getImagePath());
-            views_.link(*items, *panel);
-        }
-        placePanel(std::move(panel));
-    } else {
-        placePanel(buildPreferencesPanel(id::preferences));
-        if (gui::Component* const button = find(id::preferences)) {
-            button->setEnabled(openPreferences_ != nullptr, false);
-            listen({id::preferences});
-        }
-    }
+    if (tool)
+        placeItems(*tool);
+    else
+        placePreferences();
     for (const int control : kOfProfiles) {
         if (gui::Component* const component = find(control))
             component->setEnabled(tool != nullptr, false);
     }
     showTitle();
     showProfiles();
+}
+
+void ConfigWindow::placeItems(core::Instance& tool)
+{
+    core::configadaptor::Node* const items = tool.configuration();
+    gui::ComponentPtr panel =
+        items && items->childCount() > 0 ? buildConfigPanel(*items) : buildEmptyPanel();
+    if (items && panel) {
+        panel->setVariable("[images]", tool.type()->getImagePath());
+        views_.link(*items, *panel);
+    }
+    placePanel(std::move(panel));
+}
+
+void ConfigWindow::placePreferences()
+{
+    placePanel(buildPreferencesPanel(id::preferences));
+    if (gui::Component* const button = find(id::preferences)) {
+        button->setEnabled(openPreferences_ != nullptr, false);
+        listen({id::preferences});
+    }
 }
 
 void ConfigWindow::placePanel(gui::ComponentPtr panel)

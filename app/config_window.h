@@ -57,6 +57,8 @@ private:
     void showTitle();
     void showProfiles();
     void markChanged(bool isChanged);
+    void placeItems(core::Instance& tool);
+    void placePreferences();
     void placePanel(gui::ComponentPtr panel);
     void dropPanel();
     void tidyLater();
