@@ -1,3 +1,4 @@
+#include "app/main_dialog.h"
 #include "core/configadaptor/elements.h"
 #include "core/library_manager.h"
 #include "core/tool.h"
@@ -216,6 +217,30 @@ TEST_F(Config, theTreeLeadsFromToolToTool)
     car.reference()->rename("Racer");
     window->refreshTree();
     EXPECT_EQ(top()->windowTitle().toStdString(), "Configuration for Racer for Rigstage");
+}
+
+TEST_F(Config, theMainWindowOpensItForTheSelectedTool)
+{
+    int preferences = 0;
+    MainDlg main({.openConfiguration = [&](core::Instance* tool) { window->open(tool); },
+                  .refreshConfiguration = [&] { window->refreshTree(); },
+                  .openInputs = {},
+                  .openPreferences = [&] { ++preferences; },
+                  .openAbout = {},
+                  .openUpdates = {}});
+    main.init();
+    main.open();
+    core::InstanceReference& car = **session->create("4WheelerExt");
+    main.refreshTree();
+    const auto configure = [&] { QTest::mouseClick(main.find(106)->widget(), Qt::LeftButton); };
+    main.select(session->root());
+    configure();
+    EXPECT_EQ(preferences, 1);
+    EXPECT_FALSE(window->isShown());
+    main.select(car);
+    configure();
+    ASSERT_TRUE(window->isShown());
+    EXPECT_EQ(widget<QTreeView>(100).currentIndex().data().toString().toStdString(), car.getText());
 }
 
 /// In the very event of its own button, by the host, with the whole scene, and back by undo.
