@@ -2,18 +2,22 @@
 #pragma once
 
 #include "app/profile_actions.h"
+#include "core/instance_reference.h"
 
 namespace tvw::rgs::core {
 class Instance;
-}
+class Tool;
+} // namespace tvw::rgs::core
 
 namespace tvw::rgs::app {
 
 class ConfigProfiles final : public ProfileSubject
 {
 public:
-    explicit ConfigProfiles(core::Instance& tool) : tool_(tool) {}
+    /// tool: in the tree.
+    explicit ConfigProfiles(core::Instance& tool);
 
+    bool isThere() override;
     unidevice::XMLFileManager& store() override;
     util::xml::Element present(const std::string& name) override;
     void load(const util::xml::Element& profile) override;
@@ -25,6 +29,8 @@ public:
 
 private:
     core::Instance& tool_;
+    core::Tool& type_; ///< outlives the tool
+    core::InstanceReference::Watch entry_;
 };
 
 } // namespace tvw::rgs::app

@@ -332,7 +332,8 @@ void ConfigWindow::handleProfileButton(int from)
     default:
         return;
     }
-    showProfiles();
+    if (isShown())
+        showProfiles();
 }
 
 } // namespace tvw::rgs::app

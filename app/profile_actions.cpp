@@ -1,8 +1,8 @@
 #include "app/profile_actions.h"
 
+#include "app/profile_prompts.h"
 #include "core/core_implementation.h"
 #include "core/tool.h"
-#include "gui/qt/boxes.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -17,13 +17,8 @@ using util::xml::Element;
 
 namespace {
 
-constexpr const char* kProduct = "Rigstage";
 constexpr const char* kNothingChosen = "Please select or specify a profile";
-constexpr const char* kForbidden =
-    " - name contains forbidden characters. \n The following characters are not allowed: "
-    "\\ / : * ? \" < > | . , [ ] ; =";
-constexpr const char* kReadOnly =
-    "The specified profile is considered read-only and cannot be overwritten.";
+constexpr bool kToFile = true, kForced = false;
 constexpr const char* kNotRenamed =
     "The specified profile could not be renamed, please try with another name.";
 
@@ -45,60 +40,26 @@ std::string neighbourOf(const std::string& name, const std::vector<std::string>&
 
 } // namespace
 
-// Boxes.
+// Questions.
 
-void ProfileActions::say(const std::string& text, const std::string& title) const
+bool ProfileActions::ask(const std::string& text, const std::string& title)
 {
-    CoreImplementation::instance().messageBox(parent_, text, title,
-                                              core::box::ok | core::box::warning, false);
-}
-
-bool ProfileActions::ask(const std::string& text, const std::string& title) const
-{
-    return CoreImplementation::instance().messageBox(
-               parent_, text, title, core::box::yes | core::box::no | core::box::question, false) ==
-           core::box::yes;
+    return confirm(text, title) && subject_.isThere();
 }
 
 std::optional<std::string> ProfileActions::askName(const std::string& title,
                                                    const std::string& prompt,
-                                                   const std::string& suggestion,
-                                                   const std::string& own)
+                                                   const std::string& suggestion)
 {
-    std::string name = suggestion;
-    while (gui::inputBox(parent_, title, prompt, name, name) && !name.empty()) {
-        if (!XMLFileManager::isValidName(name))
-            say(name + kForbidden, title);
-        else if (name == own || !isStored(name) || mayOverwrite(name))
-            return name;
-        else
-            say(name + " - name already exists.", title);
-    }
-    return std::nullopt;
-}
-
-bool ProfileActions::isStored(const std::string& name)
-{
-    return !subject_.store().profile(name).isEmpty();
-}
-
-bool ProfileActions::mayOverwrite(const std::string& name)
-{
-    return ask("This will overwrite the profile " + name + ", do you wish to continue?",
-               "Overwrite?");
+    const auto name = askProfileName(parent_, subject_.store(), title, prompt, suggestion);
+    return subject_.isThere() ? name : std::nullopt;
 }
 
 // Storing.
 
 bool ProfileActions::store(const Element& profile)
 {
-    constexpr bool toFile = true, force = false;
-    const int outcome = subject_.store().store(profile, toFile, force);
-    if (outcome == XMLFileManager::refused)
-        say(kReadOnly, kProduct);
-    else if (outcome != XMLFileManager::done)
-        say("The profile could not be saved", "Rigstage - Error");
-    return outcome == XMLFileManager::done;
+    return tellStored(subject_.store().store(profile, kToFile, kForced)) && subject_.isThere();
 }
 
 void ProfileActions::createNew()
@@ -111,14 +72,14 @@ void ProfileActions::createNew()
     subject_.load(factory);
     if (store(subject_.present(*name)))
         subject_.setCurrent(*name);
-    else
+    else if (subject_.isThere())
         subject_.load(before);
 }
 
 void ProfileActions::save(const std::string& name)
 {
     if (name.empty())
-        say(kNothingChosen, kProduct);
+        tell(kNothingChosen);
     else if (store(subject_.present(name)))
         subject_.setCurrent(name);
 }
@@ -139,25 +100,24 @@ void ProfileActions::rename(const std::string& name)
 {
     XMLFileManager& profiles = subject_.store();
     if (name.empty())
-        return say(kNothingChosen, kProduct);
+        return tell(kNothingChosen);
     if (name.find("Example:") != std::string::npos)
-        return say("Cannot rename example profiles.", kProduct);
+        return tell("Cannot rename example profiles.");
     if (profiles.isReadOnly(name))
-        return say("Cannot rename this profile.", kProduct);
-    const auto wanted = askName("Rename", "Set a new name", name, name);
+        return tell("Cannot rename this profile.");
+    const auto wanted = askName("Rename", "Set a new name", name);
     if (!wanted || *wanted == name)
         return;
     const Element overwritten = profiles.profile(*wanted);
-    constexpr bool toFile = true, force = false;
-    if (profiles.store(renamed(profiles.profile(name), *wanted), toFile, force) !=
+    if (profiles.store(renamed(profiles.profile(name), *wanted), kToFile, kForced) !=
         XMLFileManager::done)
-        return say(kNotRenamed, kProduct);
+        return tell(kNotRenamed);
     if (profiles.remove(name) != XMLFileManager::done) { // shipped, or its file can't be written
         if (overwritten.isEmpty())
             (void)profiles.remove(*wanted);
         else
-            (void)profiles.store(overwritten, toFile, force);
-        return say(kNotRenamed, kProduct);
+            (void)profiles.store(overwritten, kToFile, kForced);
+        return tell(kNotRenamed);
     }
     if (subject_.current() == name)
         subject_.setCurrent(*wanted);
@@ -167,16 +127,15 @@ void ProfileActions::remove(const std::string& name)
 {
     XMLFileManager& profiles = subject_.store();
     if (name.empty())
-        return say(kNothingChosen, kProduct);
-    if (!ask("Do you really want to delete the profile: " + name + "?", kProduct))
+        return tell(kNothingChosen);
+    if (!ask("Do you really want to delete the profile: " + name + "?", "Delete profile"))
         return;
     const std::string next = neighbourOf(name, profiles.names());
     const int outcome = profiles.remove(name);
     if (outcome == XMLFileManager::refused)
-        return say("The profile " + name + " belongs to the program and cannot be deleted.",
-                   kProduct);
+        return tell("The profile " + name + " belongs to the program and cannot be deleted.");
     if (outcome != XMLFileManager::done)
-        return say("The profile " + name + " could not be deleted.", "Rigstage - Error");
+        return tell("The profile " + name + " could not be deleted.", "Rigstage - Error");
     profiles.rescan(); // a shipped one that the user's had replaced comes back
     if (const Element wanted = profiles.profile(next); !wanted.isEmpty())
         subject_.load(wanted);
@@ -191,6 +150,8 @@ void ProfileActions::select(const std::string& name)
         ask("Do you wish to save your changes to " + current + "?", "Save?") &&
         !store(subject_.present(current)))
         return; // the changes are nowhere yet
+    if (!subject_.isThere())
+        return;
     const Element wanted = profiles.profile(name);
     if (!wanted.isEmpty())
         subject_.load(wanted);
@@ -206,33 +167,37 @@ void ProfileActions::importFile()
         return;
     const std::vector<Element> found = subject_.store().loadFromFile(path);
     if (found.empty())
-        say("The profile could not be imported. ", kProduct);
+        tell("The profile could not be imported. ");
+    const QFileInfo file(QString::fromStdString(path));
     for (const Element& profile : found) {
-        if (!importProfile(profile))
+        if (!importProfile(profile, file.completeBaseName().toStdString()))
             return;
     }
 }
 
-/// False: the rest of the file need not be tried.
-bool ProfileActions::importProfile(Element profile)
+/// False: the rest of the file need not be tried. fallback: the name of one that has none.
+bool ProfileActions::importProfile(Element profile, const std::string& fallback)
 {
     XMLFileManager& profiles = subject_.store();
     const std::string name = profiles.profileName(profile);
-    if (isStored(name) && !profiles.isReadOnly(name) &&
-        !ask("A profile with the name " + name +
-                 " already exists. This will overwrite that profile, do you wish to continue?",
-             "Overwrite?")) {
-        const auto other = askName("Import Profile", "Select a new name", name + "_01");
-        if (!other)
-            return true;
-        profile.setAttribute("name", *other);
+    const bool isTaken = hasProfile(profiles, name) && !profiles.isReadOnly(name);
+    const bool isRefused =
+        isTaken && !ask("A profile with the name " + name +
+                            " already exists. This will overwrite that profile, do you wish to "
+                            "continue?",
+                        "Overwrite?");
+    if (isRefused || !XMLFileManager::isValidName(name)) {
+        const std::string other = isRefused ? name + "_01" : name.empty() ? fallback : name;
+        const auto wanted = askName("Import Profile", "Select a new name", asProfileName(other));
+        if (!wanted)
+            return subject_.isThere();
+        profile.setAttribute("name", *wanted);
     }
-    constexpr bool toFile = true, force = false;
-    const int outcome = profiles.store(profile, toFile, force);
+    const int outcome = profiles.store(profile, kToFile, kForced);
     if (outcome == XMLFileManager::refused)
-        say("The profile already exists and cannot be overwritten.", kProduct);
+        tell("The profile already exists and cannot be overwritten.");
     else if (outcome != XMLFileManager::done)
-        say("The profile could not be imported. ", kProduct);
+        tell("The profile could not be imported. ");
     return outcome != XMLFileManager::failed;
 }
 
@@ -242,12 +207,13 @@ void ProfileActions::exportFile()
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QString::fromStdString(subject_.store().pattern().substr(2)));
     dialog.selectFile(QString::fromStdString(subject_.current()));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty() ||
+        !subject_.isThere())
         return;
     const QFileInfo file(dialog.selectedFiles().constFirst());
     const Element profile = subject_.present(file.completeBaseName().toStdString());
     if (!subject_.fileOf(profile).save(file.filePath().toStdString()))
-        say("The profile could not be saved", "Rigstage - Error");
+        tell("The profile could not be saved", "Rigstage - Error");
     subject_.store().rescan();
 }
 

@@ -17,6 +17,9 @@ class ProfileSubject
 public:
     virtual ~ProfileSubject() = default;
 
+    /// Questions run the event loop: the tool can go while one waits. Of the others only `store`
+    /// may be asked for then.
+    virtual bool isThere() = 0;
     virtual unidevice::XMLFileManager& store() = 0;
     virtual util::xml::Element present(const std::string& name) = 0; ///< as a profile of that name
     virtual void load(const util::xml::Element& profile) = 0; ///< its name becomes the current one
@@ -49,19 +52,13 @@ public:
     /// Loads a profile; asks first whether changes are to be saved under the current name.
     void select(const std::string& name);
 
-    /// Asks for a name until it can be a file's, and is new, may be overwritten or is `own`.
-    /// Nothing if the user gives up.
-    std::optional<std::string> askName(const std::string& title, const std::string& prompt,
-                                       const std::string& suggestion = {},
-                                       const std::string& own = {});
-
 private:
-    void say(const std::string& text, const std::string& title) const;
-    [[nodiscard]] bool ask(const std::string& text, const std::string& title) const;
-    [[nodiscard]] bool isStored(const std::string& name);
-    [[nodiscard]] bool mayOverwrite(const std::string& name);
+    /// Nothing if the user gives up, or if the tool has gone meanwhile.
+    std::optional<std::string> askName(const std::string& title, const std::string& prompt,
+                                       const std::string& suggestion = {});
+    [[nodiscard]] bool ask(const std::string& text, const std::string& title);
     [[nodiscard]] bool store(const util::xml::Element& profile);
-    [[nodiscard]] bool importProfile(util::xml::Element profile);
+    [[nodiscard]] bool importProfile(util::xml::Element profile, const std::string& fallback);
 
     ProfileSubject& subject_;
     QWidget* parent_;

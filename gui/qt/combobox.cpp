@@ -76,7 +76,7 @@ void ComboBox::setEditable(bool value)
     silently([&] { QComboBox::setEditable(value); });
 }
 
-/// Left to what scrolls around it: a list that passes under the mouse must not change.
+/// Whoever scrolls a page of boxes must not change those that pass under the cursor.
 void ComboBox::wheelEvent(QWheelEvent* event)
 {
     event->ignore();

@@ -126,7 +126,7 @@ TEST_F(Profiles, areMadeSavedRenamedAndDeleted)
     windows.says = false;
     press(kDelete);
     EXPECT_THAT(windows.said,
-                ElementsAre("Rigstage: Do you really want to delete the profile: Ours?"));
+                ElementsAre("Delete profile: Do you really want to delete the profile: Ours?"));
     EXPECT_TRUE(fs::exists(fileOf("Ours")));
     windows.says = true;
     press(kDelete);
@@ -259,9 +259,6 @@ TEST_F(Profiles, travelInFiles)
         {"no profiles", head + "<scene/>", "The profile could not be imported. "},
         {"broken off", head + "<configprofiles version=\"2.0\"><configprofile version=\"2.0\" n",
          "The profile could not be imported. "},
-        {"a name that is no file's",
-         head + "<configprofile version=\"2.0\" name=\"../x\"><group id=\"-1\"/></configprofile>",
-         "The profile could not be imported. "},
         {"the factory's",
          head + "<configprofile version=\"2.0\" name=\"Factory Settings\"><group id=\"-1\"/>"
                 "</configprofile>",
@@ -274,6 +271,26 @@ TEST_F(Profiles, travelInFiles)
         EXPECT_THAT(windows.said, ElementsAre("Rigstage: " + c.expected)) << c.what;
         EXPECT_EQ(store().names(), before) << c.what;
     }
+}
+
+/// An old file's name that can't be a file's, and a tool that goes while the question waits.
+TEST_F(Profiles, askForANameThatAFileCanHave)
+{
+    windows.file = user.write("old.tvc", "<?xml version=\"1.0\"?><configprofile version=\"2.0\" "
+                                         "name=\"[current]\"><group id=\"-1\"/></configprofile>");
+    const auto before = store().names();
+    press(kImport);
+    EXPECT_EQ(store().names(), before) << "given up";
+    names = {"Old"};
+    press(kImport);
+    EXPECT_TRUE(fs::exists(fileOf("Old")));
+
+    core::ConfigProfileManager& profiles = store();
+    QTimer::singleShot(0, [&] { session->clear(); });
+    press(kNew);
+    QApplication::processEvents();
+    EXPECT_EQ(top()->windowTitle().toStdString(), "Configuration for Rigstage");
+    EXPECT_THAT(profiles.names(), Contains("Old"));
 }
 
 TEST_F(Profiles, sayWhenNothingCanBeWritten)
