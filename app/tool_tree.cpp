@@ -1,6 +1,7 @@
 #include "app/tool_tree.h"
 
 #include "core/adaptor.h"
+#include "core/paths.h"
 
 #include <algorithm>
 
@@ -91,7 +92,9 @@ gui::componentinterface::Tree::Node* ToolTreeNode::clone() const
 
 int ToolTreeNode::iconIndex(gui::componentinterface::Tree& tree) const
 {
-    return tree.iconIndex(item_->iconPath());
+    const std::string path = item_->iconPath();
+    const bool isOurs = path.starts_with("/core/"); // below the folder of the program's data
+    return tree.iconIndex(isOurs ? core::getPath("data") + path : path);
 }
 
 core::InstanceReference* referenceOf(gui::componentinterface::Tree::Node* node)

@@ -8,8 +8,9 @@
 
 namespace tvw::rgs::app {
 
-/// Mirrors one entry of the core's tree and owns the mirrors of those below it.
-class ToolTreeNode final : public gui::componentinterface::Tree::Node
+/// Mirrors one entry of the core's tree and owns the mirrors of those below it. A window that shows
+/// its root in another way derives the root's node from it.
+class ToolTreeNode : public gui::componentinterface::Tree::Node
 {
 public:
     /// item: outlives this node, or the tree is synchronised before the next event.

@@ -1,0 +1,118 @@
+#include "app/config_profiles.h"
+
+#include "core/configadaptor/profile_conversion.h"
+#include "core/instance.h"
+#include "core/tool.h"
+#include "util/base64.h"
+#include "util/xml/number.h"
+
+#include <cstring>
+#include <map>
+#include <optional>
+
+namespace tvw::rgs::app {
+
+using util::xml::Element;
+
+namespace {
+
+/// The number of an item that has one: a stored number may be bytes or text.
+std::optional<double> numberOf(const Element& item)
+{
+    const std::string type = item.attributeValue("type");
+    if (type.empty() || type == "generic")
+        return util::xml::number(item.text());
+    if (type != "blob")
+        return std::nullopt;
+    const std::string bytes = base64Decode(item.text());
+    double value = 0.0;
+    if (bytes.size() < sizeof value)
+        return std::nullopt;
+    std::memcpy(&value, bytes.data(), sizeof value);
+    return value;
+}
+
+bool isSameValue(const Element& a, const Element& b)
+{
+    return a.text() == b.text() || (numberOf(a) && numberOf(a) == numberOf(b));
+}
+
+using ItemsById = std::multimap<std::string, const Element*>;
+
+void collect(const Element& element, ItemsById& items)
+{
+    for (const Element& child : element.children()) {
+        if (child.name() == "item")
+            items.emplace(child.attributeValue("id"), &child);
+        else
+            collect(child, items);
+    }
+}
+
+} // namespace
+
+ConfigProfiles::ConfigProfiles(core::Instance& tool)
+    : tool_(tool), type_(*tool.type()), entry_(tool.reference()->watch())
+{
+}
+
+bool ConfigProfiles::isThere()
+{
+    return *entry_ != nullptr && (*entry_)->isAlive();
+}
+
+unidevice::XMLFileManager& ConfigProfiles::store()
+{
+    return type_.configProfiles();
+}
+
+Element ConfigProfiles::present(const std::string& name)
+{
+    Element profile;
+    tool_.writeConfigProfile(profile, name);
+    return profile;
+}
+
+void ConfigProfiles::load(const Element& profile)
+{
+    tool_.loadConfigProfile(profile);
+}
+
+std::string ConfigProfiles::current()
+{
+    return tool_.configProfileName();
+}
+
+void ConfigProfiles::setCurrent(const std::string& name)
+{
+    tool_.setConfigProfileName(name);
+}
+
+bool ConfigProfiles::differsFrom(const Element& profile)
+{
+    const Element now = present(current());
+    ItemsById ours, stored;
+    collect(now, ours);
+    collect(profile, stored);
+    for (const auto& [id, item] : ours) {
+        const auto [first, last] = stored.equal_range(id);
+        for (auto at = first; at != last; ++at) {
+            const Element& other = *at->second;
+            const bool isMeant = !other.hasAttribute("label") ||
+                                 other.attributeValue("label") == item->attributeValue("label");
+            if (isMeant && !isSameValue(*item, other))
+                return true;
+        }
+    }
+    return false;
+}
+
+Element ConfigProfiles::fileOf(const Element& profile)
+{
+    util::xml::Tag file("configprofiles");
+    file.setAttribute("version", core::configadaptor::kProfileVersion);
+    file.addChild(profile);
+    return file;
+}
+
+} // namespace tvw::rgs::app

@@ -1,0 +1,220 @@
+#include "app/profile_actions.h"
+
+#include "app/profile_prompts.h"
+#include "core/core_implementation.h"
+#include "core/tool.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace tvw::rgs::app {
+
+using core::CoreImplementation;
+using unidevice::XMLFileManager;
+using util::xml::Element;
+
+namespace {
+
+constexpr const char* kNothingChosen = "Please select or specify a profile";
+constexpr bool kToFile = true, kForced = false;
+constexpr const char* kNotRenamed =
+    "The specified profile could not be renamed, please try with another name.";
+
+Element renamed(const Element& profile, const std::string& name)
+{
+    Element copy = profile;
+    copy.setAttribute("name", name);
+    return copy;
+}
+
+/// The name behind that one, or ahead of it where it is the last.
+std::string neighbourOf(const std::string& name, const std::vector<std::string>& names)
+{
+    const auto place = std::find(names.begin(), names.end(), name);
+    if (place != names.end() && place + 1 != names.end())
+        return *(place + 1);
+    return place == names.begin() ? name : *(place - 1);
+}
+
+} // namespace
+
+// Questions.
+
+bool ProfileActions::ask(const std::string& text, const std::string& title)
+{
+    return confirm(text, title) && subject_.isThere();
+}
+
+std::optional<std::string> ProfileActions::askName(const std::string& title,
+                                                   const std::string& prompt,
+                                                   const std::string& suggestion)
+{
+    const auto name = askProfileName(parent_, subject_.store(), title, prompt, suggestion);
+    return subject_.isThere() ? name : std::nullopt;
+}
+
+// Storing.
+
+bool ProfileActions::store(const Element& profile)
+{
+    return tellStored(subject_.store().store(profile, kToFile, kForced)) && subject_.isThere();
+}
+
+void ProfileActions::createNew()
+{
+    const auto name = askName("New profile...", "Select a new name");
+    if (!name)
+        return;
+    const Element before = subject_.present(subject_.current());
+    const Element factory = subject_.store().profile(core::kFactorySettings);
+    subject_.load(factory);
+    if (store(subject_.present(*name)))
+        subject_.setCurrent(*name);
+    else if (subject_.isThere())
+        subject_.load(before);
+}
+
+void ProfileActions::save(const std::string& name)
+{
+    if (name.empty())
+        tell(kNothingChosen);
+    else if (store(subject_.present(name)))
+        subject_.setCurrent(name);
+}
+
+void ProfileActions::saveAs()
+{
+    const auto name = askName("Save profile as...", "Select a new name", subject_.current());
+    if (name && store(subject_.present(*name)))
+        subject_.setCurrent(*name);
+}
+
+bool ProfileActions::saveAsStartup()
+{
+    return store(subject_.present(core::kStartProfile));
+}
+
+void ProfileActions::rename(const std::string& name)
+{
+    XMLFileManager& profiles = subject_.store();
+    if (name.empty())
+        return tell(kNothingChosen);
+    if (name.find("Example:") != std::string::npos)
+        return tell("Cannot rename example profiles.");
+    if (profiles.isReadOnly(name))
+        return tell("Cannot rename this profile.");
+    const auto wanted = askName("Rename", "Set a new name", name);
+    if (!wanted || *wanted == name)
+        return;
+    const Element overwritten = profiles.profile(*wanted);
+    if (profiles.store(renamed(profiles.profile(name), *wanted), kToFile, kForced) !=
+        XMLFileManager::done)
+        return tell(kNotRenamed);
+    if (profiles.remove(name) != XMLFileManager::done) { // shipped, or its file can't be written
+        if (overwritten.isEmpty())
+            (void)profiles.remove(*wanted);
+        else
+            (void)profiles.store(overwritten, kToFile, kForced);
+        return tell(kNotRenamed);
+    }
+    if (subject_.current() == name)
+        subject_.setCurrent(*wanted);
+}
+
+void ProfileActions::remove(const std::string& name)
+{
+    XMLFileManager& profiles = subject_.store();
+    if (name.empty())
+        return tell(kNothingChosen);
+    if (!ask("Do you really want to delete the profile: " + name + "?", "Delete profile"))
+        return;
+    const std::string next = neighbourOf(name, profiles.names());
+    const int outcome = profiles.remove(name);
+    if (outcome == XMLFileManager::refused)
+        return tell("The profile " + name + " belongs to the program and cannot be deleted.");
+    if (outcome != XMLFileManager::done)
+        return tell("The profile " + name + " could not be deleted.", "Rigstage - Error");
+    profiles.rescan(); // a shipped one that the user's had replaced comes back
+    if (const Element wanted = profiles.profile(next); !wanted.isEmpty())
+        subject_.load(wanted);
+}
+
+void ProfileActions::select(const std::string& name)
+{
+    XMLFileManager& profiles = subject_.store();
+    const std::string current = subject_.current();
+    const Element& stored = profiles.profile(current);
+    if (!stored.isEmpty() && subject_.differsFrom(stored) &&
+        ask("Do you wish to save your changes to " + current + "?", "Save?") &&
+        !store(subject_.present(current)))
+        return; // the changes are nowhere yet
+    if (!subject_.isThere())
+        return;
+    const Element wanted = profiles.profile(name);
+    if (!wanted.isEmpty())
+        subject_.load(wanted);
+}
+
+// Files.
+
+void ProfileActions::importFile()
+{
+    const std::string path =
+        CoreImplementation::instance().windows().chooseFile("Import Profile", subject_.filter());
+    if (path.empty())
+        return;
+    const std::vector<Element> found = subject_.store().loadFromFile(path);
+    if (found.empty())
+        tell("The profile could not be imported. ");
+    const QFileInfo file(QString::fromStdString(path));
+    for (const Element& profile : found) {
+        if (!importProfile(profile, file.completeBaseName().toStdString()))
+            return;
+    }
+}
+
+/// False: the rest of the file need not be tried. fallback: the name of one that has none.
+bool ProfileActions::importProfile(Element profile, const std::string& fallback)
+{
+    XMLFileManager& profiles = subject_.store();
+    const std::string name = profiles.profileName(profile);
+    const bool isTaken = hasProfile(profiles, name) && !profiles.isReadOnly(name);
+    const bool isRefused =
+        isTaken && !ask("A profile with the name " + name +
+                            " already exists. This will overwrite that profile, do you wish to "
+                            "continue?",
+                        "Overwrite?");
+    if (isRefused || !XMLFileManager::isValidName(name)) {
+        const std::string other = isRefused ? name + "_01" : name.empty() ? fallback : name;
+        const auto wanted = askName("Import Profile", "Select a new name", asProfileName(other));
+        if (!wanted)
+            return subject_.isThere();
+        profile.setAttribute("name", *wanted);
+    }
+    const int outcome = profiles.store(profile, kToFile, kForced);
+    if (outcome == XMLFileManager::refused)
+        tell("The profile already exists and cannot be overwritten.");
+    else if (outcome != XMLFileManager::done)
+        tell("The profile could not be imported. ");
+    return outcome != XMLFileManager::failed;
+}
+
+void ProfileActions::exportFile()
+{
+    QFileDialog dialog(parent_, "Export Profile", {}, subject_.filter());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QString::fromStdString(subject_.store().pattern().substr(2)));
+    dialog.selectFile(QString::fromStdString(subject_.current()));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty() ||
+        !subject_.isThere())
+        return;
+    const QFileInfo file(dialog.selectedFiles().constFirst());
+    const Element profile = subject_.present(file.completeBaseName().toStdString());
+    if (!subject_.fileOf(profile).save(file.filePath().toStdString()))
+        tell("The profile could not be saved", "Rigstage - Error");
+    subject_.store().rescan();
+}
+
+} // namespace tvw::rgs::app

@@ -1,0 +1,67 @@
+/// What a user does with the profiles of a tool, in any window that shows them.
+#pragma once
+
+#include "unidevice/xml_file_manager.h"
+#include "util/xml/element.h"
+
+#include <optional>
+#include <string>
+
+class QWidget;
+
+namespace tvw::rgs::app {
+
+/// The tool's side: its present values, and where its profiles are.
+class ProfileSubject
+{
+public:
+    virtual ~ProfileSubject() = default;
+
+    /// Questions run the event loop: the tool can go while one waits. Of the others only `store`
+    /// may be asked for then.
+    virtual bool isThere() = 0;
+    virtual unidevice::XMLFileManager& store() = 0;
+    virtual util::xml::Element present(const std::string& name) = 0; ///< as a profile of that name
+    virtual void load(const util::xml::Element& profile) = 0; ///< its name becomes the current one
+    virtual std::string current() = 0;
+    virtual void setCurrent(const std::string& name) = 0;
+    /// Whether a value is another than in the profile. What the profile does not hold does not
+    /// count.
+    virtual bool differsFrom(const util::xml::Element& profile) = 0;
+    virtual util::xml::Element fileOf(const util::xml::Element& profile) = 0; ///< with nothing else
+    virtual const char* filter() const = 0; ///< of the file dialogs
+};
+
+/// Each action asks and says what it must in boxes above the parent. What fails or is given up
+/// leaves values, names and files as they were. `name`: the profile that is chosen in the window,
+/// empty: none. Whoever shows names reads them anew afterwards.
+class ProfileActions
+{
+public:
+    /// Both outlive it; null: boxes of their own.
+    ProfileActions(ProfileSubject& subject, QWidget* parent) : subject_(subject), parent_(parent) {}
+
+    void createNew(); ///< from the factory settings
+    void save(const std::string& name);
+    void saveAs();
+    void rename(const std::string& name);
+    void remove(const std::string& name); ///< and loads its neighbour
+    void importFile();
+    void exportFile();
+    [[nodiscard]] bool saveAsStartup();
+    /// Loads a profile; asks first whether changes are to be saved under the current name.
+    void select(const std::string& name);
+
+private:
+    /// Nothing if the user gives up, or if the tool has gone meanwhile.
+    std::optional<std::string> askName(const std::string& title, const std::string& prompt,
+                                       const std::string& suggestion = {});
+    [[nodiscard]] bool ask(const std::string& text, const std::string& title);
+    [[nodiscard]] bool store(const util::xml::Element& profile);
+    [[nodiscard]] bool importProfile(util::xml::Element profile, const std::string& fallback);
+
+    ProfileSubject& subject_;
+    QWidget* parent_;
+};
+
+} // namespace tvw::rgs::app
