@@ -35,6 +35,7 @@ void AppWindows::attach()
     config_ = std::make_unique<ConfigWindow>();
     inputs_ = std::make_unique<InputWindows>();
     preferences_ = std::make_unique<PreferencesWindow>();
+    config_->setPreferencesDoor([this] { preferences_->open(); });
     about_ = std::make_unique<AboutRGS>();
     updates_ = std::make_unique<UpdateWindow>();
     resimulation_ = std::make_unique<ResimulateWindow>();
