@@ -54,7 +54,7 @@ ControlChoice stored(const Element& control)
     }
     const std::string name = control.attributeValue("device");
     const int index = std::atoi(control.attributeValue("devindex").c_str());
-    choice.device = (name.empty() ? "Any device" : numbered(name, index)) + " (not connected)";
+    choice.device = (name.empty() ? "Any device" : numbered(name, index)) + " (unplugged)";
     choice.control = control.child("description").text();
     if (choice.control.empty())
         choice.control = control.attributeValue("type") + " " + control.attributeValue("index");

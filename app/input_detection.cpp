@@ -6,6 +6,7 @@
 #include "unidevice/device_hub.h"
 #include "unidevice/property.h"
 
+#include <QLayout>
 #include <QWidget>
 
 #include <utility>
@@ -55,11 +56,24 @@ InputDetection::~InputDetection()
         stopTimers();
 }
 
+/// The texts may be longer than the window has room for.
+void InputDetection::showTexts(const std::string& prompt, const std::string& control)
+{
+    setText(kInput, property_.name());
+    setText(kPrompt, prompt);
+    setText(kControl, control);
+    if (gui::Component* const label = find(kControl))
+        label->setVisible(!control.empty(), false); // the prompt needs the room
+    const QWidget& window = *root()->widget();
+    const int needed = window.layout() ? window.layout()->totalHeightForWidth(window.width()) : 0;
+    if (needed > root()->minSize().height)
+        root()->setMinSize({root()->minSize().width, needed});
+}
+
 void InputDetection::open(gui::Component& over)
 {
     if (!build("rgs_inputs_detect"))
         return;
-    setText(kInput, property_.name());
     listen({kWindow, kRetry, kOk, kCancel});
     DeviceHub::instance().releaseAll();
     auto* const dialog = gui::toDialog(root());
@@ -125,14 +139,13 @@ void InputDetection::listenForFirst()
         driver->setWindow(reinterpret_cast<void*>(root()->widget()->winId()));
     first_.clear();
     second_.clear();
-    setText(kControl, "");
     if (!hub.prepareAll()) {
         state_ = State::Idle;
-        setText(kPrompt, "No device detected");
+        showTexts("No device detected", {});
         return;
     }
     state_ = State::First;
-    setText(kPrompt, "Please press or move the control you want to bind");
+    showTexts("Please press or move the control you want to bind", {});
     theClock().startTimer(*this, kFirstTimer, kInterval);
 }
 
@@ -165,9 +178,8 @@ void InputDetection::firstFound()
     state_ = State::ConfirmFirst;
     DeviceHub::instance().resetAll();
     DeviceHub::instance().releaseAll();
-    setText(kPrompt, "Use this control?");
     const Control* const first = first_.first();
-    setText(kControl, first ? labelOf(*first) : "[NONE]");
+    showTexts("Use this control?", first ? labelOf(*first) : "[NONE]");
     if (isHalfAnAxis(property_, first))
         listenForSecond();
 }
@@ -177,7 +189,7 @@ void InputDetection::listenForSecond()
     if (!DeviceHub::instance().prepareAll())
         return;
     state_ = State::Second;
-    setText(kPrompt, "Please press or move another control");
+    showTexts("Please press or move another control", labelOf(*first_.first()));
     theClock().startTimer(*this, kSecondTimer, kInterval);
 }
 
@@ -187,13 +199,12 @@ void InputDetection::secondFound()
     state_ = State::ConfirmBoth;
     DeviceHub::instance().releaseAll();
     DeviceHub::instance().resetAll();
-    setText(kPrompt, "Use this control?");
-    if (!first_.first() || !second_.first())
-        return;
-    Control* const pair = joined(first_.first(), second_.first());
-    setText(kControl, labelOf(*pair));
-    first_.clear();
-    first_.add(pair);
+    if (first_.first() && second_.first()) {
+        Control* const pair = joined(first_.first(), second_.first());
+        first_.clear();
+        first_.add(pair);
+    }
+    showTexts("Use this control?", first_.first() ? labelOf(*first_.first()) : "[NONE]");
 }
 
 void InputDetection::retry()

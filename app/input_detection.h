@@ -30,6 +30,7 @@ private:
     void handle(gui::Component& component, Message& message) override;
     void onTimer(std::int32_t id, std::int64_t elapsedMs) override;
 
+    void showTexts(const std::string& prompt, const std::string& control);
     void listenForFirst();
     void firstFound();
     void listenForSecond();
@@ -44,7 +45,7 @@ private:
     const unidevice::Property& property_;
     Accepted accepted_;
     State state_ = State::Idle;
-    HeldControls first_;
+    HeldControls first_; ///< or both as one, once both are found
     HeldControls second_;
     HeldControls excluded_;
     bool positive_ = true;

@@ -1,5 +1,7 @@
 #include "gui/qt/combobox.h"
 
+#include <QWheelEvent>
+
 namespace tvw::gui::component::qt {
 
 template <class Change>
@@ -72,6 +74,12 @@ void ComboBox::setEditable(bool value)
 {
     component::ComboBox::setEditable(value);
     silently([&] { QComboBox::setEditable(value); });
+}
+
+/// Whoever scrolls a page of boxes must not change those that pass under the cursor.
+void ComboBox::wheelEvent(QWheelEvent* event)
+{
+    event->ignore();
 }
 
 } // namespace tvw::gui::component::qt

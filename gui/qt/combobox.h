@@ -21,6 +21,9 @@ public:
     int currentIndex() const override { return QComboBox::currentIndex(); }
     void setEditable(bool value) override;
 
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+
 private:
     /// Makes a change of ours, of which listeners do not hear.
     template <class Change>
