@@ -98,9 +98,12 @@ void InputConfigDlg::makePanels()
 
 void InputConfigDlg::refresh()
 {
-    isStale_ = false;
-    for (const auto& panel : panels_)
-        panel->refresh();
+    // In a replay the inputs hang on what was recorded; their bindings come back at its end.
+    isStale_ = CoreImplementation::instance().isResimulating();
+    for (const auto& panel : panels_) {
+        if (!isStale_)
+            panel->refresh();
+    }
     showTitle();
     showProfiles();
 }

@@ -102,7 +102,6 @@ InputConfigDlg::PropertyManager::PropertyManager(unidevice::Property& property,
         if (auto* const widget = dynamic_cast<QProgressBar*>(part ? part->widget() : nullptr))
             widget->setTextVisible(false);
     }
-    refresh();
     listenToAll(*this, panel_);
 }
 

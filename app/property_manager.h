@@ -14,7 +14,7 @@ namespace tvw::rgs::app {
 class InputConfigDlg::PropertyManager final : public MessageNode
 {
 public:
-    /// panel: built from the panel's layout and listed in the window.
+    /// panel: built from the panel's layout and listed in the window. It is empty until `refresh`.
     PropertyManager(unidevice::Property& property, gui::Component& panel);
 
     void refresh();  ///< the binding, the devices or the numbers have changed
