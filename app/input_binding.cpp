@@ -130,11 +130,8 @@ std::string iconOf(const std::string& deviceLabel)
         if (deviceLabel.find(icon.part) != std::string::npos)
             return coreImages() + "/" + icon.file;
     }
-    const Device* const device = deviceLabelled(deviceLabel);
-    if (!device)
-        return {};
-    // Sticks and pads bear the names of their makers.
-    const auto* const tool = dynamic_cast<const core::Instance*>(device);
+    // Sticks and pads bear the names of their makers, tools those that their users give.
+    const auto* const tool = dynamic_cast<const core::Instance*>(deviceLabelled(deviceLabel));
     return tool ? core::getPath("data") + tool->iconPath()
                 : coreImages() + "/icon_inputs_gamepad.png";
 }

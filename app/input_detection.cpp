@@ -72,10 +72,20 @@ void InputDetection::showTexts(const std::string& prompt, const std::string& con
     setText(kControl, control);
     if (gui::Component* const label = find(kControl))
         label->setVisible(!control.empty(), false); // the prompt needs the room
+    fitHeight();
+}
+
+void InputDetection::fitHeight()
+{
+    QWidget* widget = find(kPrompt) ? find(kPrompt)->widget()->parentWidget() : nullptr;
+    for (; widget && widget->layout(); widget = widget->parentWidget()) { // from within outwards
+        widget->layout()->invalidate();
+        widget->layout()->activate();
+    }
     const QWidget& window = *root()->widget();
     const int needed = window.layout() ? window.layout()->totalHeightForWidth(window.width()) : 0;
-    if (needed > root()->minSize().height)
-        root()->setMinSize({root()->minSize().width, needed});
+    if (needed > window.height())
+        root()->setSize({window.width(), needed});
 }
 
 void InputDetection::open(gui::Component& over)

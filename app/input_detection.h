@@ -31,6 +31,7 @@ private:
     void onTimer(std::int32_t id, std::int64_t elapsedMs) override;
 
     void showTexts(const std::string& prompt, const std::string& control);
+    void fitHeight();
     void listenForFirst();
     void firstFound();
     void listenForSecond();
