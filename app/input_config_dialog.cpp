@@ -18,28 +18,31 @@ namespace tvw::rgs::app {
 namespace ci = gui::componentinterface;
 using core::CoreImplementation;
 
-/// Hears that somebody else has loaded a profile.
-class InputConfigDlg::ProfileListener final : public MessageNode
+/// Hears that somebody else has loaded a profile, and that the tool ends.
+class InputConfigDlg::ToolListener final : public MessageNode
 {
 public:
-    ProfileListener(core::Instance& instance, bool& isStale)
-        : MessageNode("ProfileListener"), isStale_(isStale)
+    ToolListener(core::Instance& instance, InputConfigDlg& window)
+        : MessageNode("ToolListener"), window_(window)
     {
         listenTo(&instance);
     }
     void receive(Message& message, bool) override
     {
         constexpr std::uint32_t kInputProfileLoaded = 154;
-        isStale_ = isStale_ || message.id == kInputProfileLoaded;
+        if (message.id == kInputProfileLoaded)
+            window_.isStale_ = true;
+        else if (message.id == Message::kNodeDestroyed)
+            window_.leave();
     }
 
 private:
-    bool& isStale_;
+    InputConfigDlg& window_;
 };
 
 InputConfigDlg::InputConfigDlg(core::Instance& instance)
     : WindowBase("InputConfigDlg"), instance_(&instance), tool_(instance.type()),
-      profileListener_(std::make_unique<ProfileListener>(instance, isStale_))
+      toolListener_(std::make_unique<ToolListener>(instance, *this))
 {
     unidevice::DeviceHub::instance().addListener(this);
 }
@@ -69,11 +72,12 @@ void InputConfigDlg::open()
 
 void InputConfigDlg::leave()
 {
+    if (!instance_)
+        return;
+    instance_ = nullptr;
     for (const auto& panel : panels_)
         panel->closeDialogs();
     hide();
-    profileListener_.reset();
-    instance_ = nullptr;
 }
 
 void InputConfigDlg::makePanels()

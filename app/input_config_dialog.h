@@ -36,8 +36,10 @@ public:
 
     void open(); ///< or brings it to the front
 
-    /// The tool goes: closes for good what is open. It may end once it is not busy.
+    /// The tool goes: closes for good what is open. It may end once it is not busy. A tool that
+    /// ends without a word does the same.
     void leave();
+    [[nodiscard]] bool hasLeft() const { return !instance_; }
     [[nodiscard]] bool isBusy() const { return questions_ > 0; } ///< a question waits for an answer
 
     /// Shows what has changed since the last call. Called some times a second while shown.
@@ -45,7 +47,7 @@ public:
     [[nodiscard]] bool isDetecting() const; ///< the devices are being listened to
 
 private:
-    class ProfileListener;
+    class ToolListener;
 
     void handle(gui::Component& component, Message& message) override;
     void press(int id);
@@ -80,7 +82,7 @@ private:
 
     core::Instance* instance_; ///< null: it has gone
     core::Tool* tool_;
-    std::unique_ptr<ProfileListener> profileListener_;
+    std::unique_ptr<ToolListener> toolListener_;
     std::vector<std::unique_ptr<PropertyManager>> panels_;
     bool isStale_ = false;
     bool isLocked_ = false;

@@ -28,6 +28,7 @@ InputWindows::~InputWindows()
 
 void InputWindows::open(core::Instance& instance)
 {
+    endThoseThatLeft(); // a tool that went may have lain where this one lies
     std::unique_ptr<InputConfigDlg>& window = windows_[&instance];
     if (!window)
         window = std::make_unique<InputConfigDlg>(instance);
@@ -35,16 +36,10 @@ void InputWindows::open(core::Instance& instance)
     startTimer();
 }
 
-/// The call can come from within an event of the window, or while it asks the user something.
 void InputWindows::closeOf(core::Instance& instance)
 {
-    const auto found = windows_.find(&instance);
-    if (found == windows_.end())
-        return;
-    found->second->leave();
-    left_.push_back(std::move(found->second));
-    windows_.erase(found);
-    startTimer();
+    if (const auto found = windows_.find(&instance); found != windows_.end())
+        found->second->leave();
 }
 
 void InputWindows::startTimer()
@@ -90,8 +85,15 @@ void InputWindows::readDevices()
     DeviceHub::instance().updateAll();
 }
 
+/// Not where they leave: that can be within an event of theirs, or while they ask the user
+/// something.
 void InputWindows::endThoseThatLeft()
 {
+    for (auto entry = windows_.begin(); entry != windows_.end();) {
+        if (entry->second->hasLeft())
+            left_.push_back(std::move(entry->second));
+        entry = entry->second ? std::next(entry) : windows_.erase(entry);
+    }
     std::erase_if(left_, [](const auto& window) { return !window->isBusy(); });
 }
 

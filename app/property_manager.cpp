@@ -77,6 +77,18 @@ void showBar(gui::Component* bar, double share)
         widget->setValue(static_cast<int>(std::lround(100.0 * std::clamp(share, 0.0, 1.0))));
 }
 
+/// Short enough for its place, and without a sign before nothing.
+std::string valueText(double value)
+{
+    if (!std::isfinite(value))
+        return "-";
+    constexpr double kLargest = 1000.0;
+    char text[32];
+    const double rounded = std::round(value * 100.0) / 100.0 + 0.0;
+    std::snprintf(text, sizeof text, std::abs(value) < kLargest ? "%.2f" : "%.2g", rounded);
+    return text;
+}
+
 void listenToAll(MessageNode& listener, gui::Component& component)
 {
     listener.listenTo(&component);
@@ -157,9 +169,7 @@ void InputConfigDlg::PropertyManager::showLive()
     if (advanced_ && advanced_->isShown())
         advanced_->showLive();
     const double value = property_.value();
-    char text[32] = "-";
-    if (std::isfinite(value))
-        std::snprintf(text, sizeof text, "%.2f", value + 0.0 == 0.0 ? 0.0 : value);
+    const std::string text = valueText(value);
     gui::Component* const label = panel_.findById(kValue);
     if (!label || label->label() == text)
         return;

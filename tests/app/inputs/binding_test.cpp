@@ -201,8 +201,25 @@ TEST_F(Bindings, byHand)
     choose("Turn", 1, "Axis 1");
     EXPECT_EQ(turn->control(), padControl(0));
     EXPECT_FALSE(box("Turn", 2).isVisible());
+    QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&box("Turn", 1), &wheel);
+    EXPECT_EQ(turn->control(), padControl(0)) << "who scrolls the page changes nothing";
     choose("Turn", 0, "[none]");
     EXPECT_EQ(turn->control(), nullptr);
+    for (const QLabel* const label : panel("Turn").findChildren<QLabel*>())
+        EXPECT_TRUE(label->pixmap(Qt::ReturnByValue).isNull()) << "no device, no picture";
+}
+
+TEST_F(Bindings, twoPadsOfOneNameAreToldApart)
+{
+    unidevice::ScriptedDevice& second = session->addDevice("Pad", {.axes = 1});
+    open();
+    choose("Turn", 0, "Pad (1)");
+    choose("Turn", 1, "Axis 1");
+    EXPECT_EQ(turn->control(), second.controlAt(0));
+    session->removeDevice(second);
+    pass();
+    EXPECT_EQ(box("Turn", 0).currentText(), "Pad (1) (unplugged)");
 }
 
 TEST_F(Bindings, aDeviceThatComesAndGoesIsShown)
@@ -243,14 +260,22 @@ TEST_F(Bindings, aDeviceThatGoesWhileItIsDetectedIsNotBound)
 
 TEST_F(Bindings, theToolMayGoWhileItIsShown)
 {
-    open();
-    detect("Push", {});
-    core::InstanceManager::deleteReference(tool->reference(), true);
-    EXPECT_EQ(window(), nullptr);
-    EXPECT_FALSE(hasDialog());
-    pad->set("Axis", 0, 1.0);
-    pass();
-    EXPECT_EQ(window(), nullptr);
+    for (const char* const button : {"Detect", "Advanced"}) {
+        for (const bool withScene : {false, true}) {
+            tool = &(*session->create("Tiny"))->instance();
+            open();
+            press(panel("Push"), button);
+            if (withScene)
+                session->clear();
+            else
+                core::InstanceManager::deleteReference(tool->reference(), true);
+            EXPECT_EQ(window(), nullptr);
+            EXPECT_FALSE(hasDialog());
+            pad->set("Axis", 0, 1.0);
+            pass();
+            EXPECT_EQ(window(), nullptr);
+        }
+    }
 }
 
 /// The same take with and without the window; the hand moves the axis in it.
@@ -263,15 +288,24 @@ TEST_F(Bindings, aTakeIsNotDisturbed)
     session->stage().setTime(0.0);
     open();
     press(panel("Push"), "Detect");
-    pad->set("Axis", 0, 0.25);
     EXPECT_EQ(session->core().startRecord(), 0);
-    pass(20);
+    double frame = session->core().records().frameTime();
+    for (int i = 0; i < 200; ++i) {
+        const double before = padControl(0)->current;
+        pad->set("Axis", 0, 0.001 * i);
+        clock.fireNext();
+        const double now = session->core().records().frameTime();
+        EXPECT_TRUE(now != frame || padControl(0)->current == before) << "read between two frames";
+        frame = now;
+    }
+    EXPECT_GT(frame, 0.0);
     EXPECT_FALSE(hasDialog()) << "the take has the devices";
     EXPECT_FALSE(saying<QPushButton>(panel("Push"), "Detect")->isEnabled());
     EXPECT_FALSE(box("Push", 0).isEnabled());
     session->core().stopRecord();
     pass();
     EXPECT_TRUE(box("Push", 0).isEnabled());
+    pad->set("Axis", 0, 0.25);
     session->stage().setTime(0.0);
     EXPECT_EQ(record(0.5), expected);
 }
