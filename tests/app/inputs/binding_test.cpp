@@ -118,6 +118,19 @@ TEST_F(Bindings, detectionTakesWhatTheInputNeeds)
     }
 }
 
+/// The window's own reading must not swallow it.
+TEST_F(Bindings, aMovementIsFoundWheneverItComes)
+{
+    open();
+    for (int wait = 0; wait < 6; ++wait) {
+        detect("Push", {{"Button", 0, 0.0}});
+        pass(wait);
+        make({"Button", 0, 1.0});
+        EXPECT_TRUE(says(dialog(), "Button 1")) << wait;
+        press(dialog(), "Cancel");
+    }
+}
+
 TEST_F(Bindings, aMovementOnTurnsANegativeMultiplierBack)
 {
     open();
@@ -201,6 +214,13 @@ TEST_F(Bindings, byHand)
     choose("Turn", 1, "Axis 1");
     EXPECT_EQ(turn->control(), padControl(0));
     EXPECT_FALSE(box("Turn", 2).isVisible());
+    choose("Turn", 1, "Button 1");
+    choose("Turn", 2, "Pad");
+    choose("Turn", 3, "Button 2");
+    choose("Turn", 1, "Axis 1");
+    choose("Turn", 1, "Button 1");
+    EXPECT_EQ(turn->control(), padControl(2)) << "the second choice went with the axis";
+    choose("Turn", 1, "Axis 1");
     QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
     QApplication::sendEvent(&box("Turn", 1), &wheel);
     EXPECT_EQ(turn->control(), padControl(0)) << "who scrolls the page changes nothing";
