@@ -30,7 +30,8 @@ constexpr Field kFields[] = {{217, &Property::multiplier},
 
 constexpr gui::Color kCurve{30, 30, 230, 255};
 constexpr gui::Color kLive{220, 60, 40, 255};
-constexpr int kPixels = 3; ///< from point to point of the curve
+constexpr double kMark = 0.04; ///< half the size of the mark, of half the graph
+constexpr int kPixels = 3;     ///< from point to point of the curve
 
 /// The same numbers on a control of its own, so that the curve is what the tool will read.
 class Probe
@@ -138,8 +139,10 @@ void AdvancedInput::showLive()
     const double y = property_.value();
     if (!mark || !std::isfinite(y))
         return;
-    const gui::graph::Boundary b = graph->boundary();
-    std::vector<gui::graph::GraphPoint> points = {{x, b.bottom}, {x, y}, {b.left, y}};
+    const double dx = kMark;
+    const double dy = kMark * (graph->boundary().top - graph->boundary().bottom) / 2.0;
+    std::vector<gui::graph::GraphPoint> points = {
+        {x - dx, y}, {x, y + dy}, {x + dx, y}, {x, y - dy}, {x - dx, y}};
     if (mark->points == points)
         return;
     mark->points = std::move(points);

@@ -71,10 +71,15 @@ std::vector<std::string> controlTexts(const unidevice::Device* device)
     return texts;
 }
 
-void showBar(gui::Component* bar, double share)
+QProgressBar* barOf(gui::Component* component)
 {
-    if (auto* const widget = dynamic_cast<QProgressBar*>(bar ? bar->widget() : nullptr))
-        widget->setValue(static_cast<int>(std::lround(100.0 * std::clamp(share, 0.0, 1.0))));
+    return dynamic_cast<QProgressBar*>(component ? component->widget() : nullptr);
+}
+
+void showBar(gui::Component* component, double share)
+{
+    if (QProgressBar* const bar = barOf(component))
+        bar->setValue(static_cast<int>(std::lround(100.0 * std::clamp(share, 0.0, 1.0))));
 }
 
 /// Short enough for its place, and without a sign before nothing.
@@ -103,16 +108,15 @@ InputConfigDlg::PropertyManager::PropertyManager(unidevice::Property& property,
     : MessageNode("PropertyManager"), property_(property), panel_(panel)
 {
     panel_.setLabel(property_.name());
-    if (gui::Component* const bar = panel_.findById(kNegativeBar))
-        bar->setVisible(property_.kindMask() != unidevice::kind::binary, false);
-    if (gui::Component* const negative = panel_.findById(kNegativeBar)) {
-        if (auto* const bar = dynamic_cast<QProgressBar*>(negative->widget()))
-            bar->setInvertedAppearance(true); // grows from the middle to the left
-    }
-    for (const int bar : {kNegativeBar, kPositiveBar}) {
-        gui::Component* const part = panel_.findById(bar);
-        if (auto* const widget = dynamic_cast<QProgressBar*>(part ? part->widget() : nullptr))
-            widget->setTextVisible(false);
+    for (const int id : {kNegativeBar, kPositiveBar}) {
+        gui::Component* const component = panel_.findById(id);
+        QProgressBar* const bar = barOf(component);
+        if (!bar)
+            continue;
+        bar->setTextVisible(false);
+        bar->setInvertedAppearance(id == kNegativeBar); // both grow from the middle
+        component->setVisible(id == kPositiveBar || property_.kindMask() != unidevice::kind::binary,
+                              false);
     }
     listenToAll(*this, panel_);
 }
