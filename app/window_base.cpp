@@ -9,6 +9,8 @@
 #include "util/factory.h"
 #include "util/xml/element.h"
 
+#include <QWidget>
+
 #include <utility>
 
 namespace tvw::rgs::app {
@@ -93,6 +95,16 @@ void WindowBase::raise()
 {
     if (auto* const dialog = gui::toDialog(root_.get()))
         dialog->activate();
+}
+
+void WindowBase::placeOver(gui::Component& other)
+{
+    const QWidget* const below = gui::rootOf(other).widget();
+    const QWidget* const own = root_ ? root_->widget() : nullptr;
+    if (!below || !own)
+        return;
+    const QPoint corner = below->geometry().center() - own->rect().center();
+    root_->setPosition({corner.x(), corner.y()});
 }
 
 void WindowBase::setText(int id, const std::string& text)

@@ -30,6 +30,7 @@ public:
     void hide();
     [[nodiscard]] bool isShown() const;
     void raise();
+    void placeOver(gui::Component& other); ///< in the middle of another window
 
     void setText(int id, const std::string& text); ///< of a component's label
 

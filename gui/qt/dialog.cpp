@@ -190,8 +190,8 @@ void Dialog::showModal()
 
 void Dialog::endModal()
 {
-    setModal(false);
     component::Dialog::endModal();
+    setModal(false); // only then: hidden as an ordinary window it would go on blocking the others
 }
 
 void Dialog::processEvents()

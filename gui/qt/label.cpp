@@ -90,6 +90,7 @@ void Label::showImage()
 {
     const QPixmap image = loadPixmap(expandVariables(imagePath()), devicePixelRatioF());
     if (image.isNull()) {
+        clear(); // an empty text would leave the former image
         applyLabel();
         return;
     }

@@ -1,0 +1,237 @@
+#include "tests/app/inputs/fixture.h"
+
+#include <filesystem>
+
+namespace tvw::rgs::app {
+
+namespace {
+
+using testing::Contains;
+using testing::Not;
+
+class InputProfiles : public tests::InputWindowTest
+{
+protected:
+    InputProfiles()
+    {
+        push->bind(pad->controlAt(1));
+        push->multiplier = 2.0;
+        open();
+    }
+
+    std::vector<std::string> names() { return tool->type()->inputProfiles().names(); }
+    QListWidget& list() { return *window()->findChild<QListWidget*>(); }
+    void select(const char* name)
+    {
+        const auto found = list().findItems(name, Qt::MatchExactly);
+        ASSERT_EQ(found.size(), 1) << name;
+        list().setCurrentItem(found.front());
+    }
+    void change()
+    {
+        push->bind(nullptr);
+        push->multiplier = 7.0;
+    }
+    void expectFirst()
+    {
+        EXPECT_EQ(push->control(), pad->controlAt(1));
+        EXPECT_EQ(push->multiplier, 2.0);
+    }
+    std::string said() { return boxes.texts.empty() ? std::string() : boxes.texts.back(); }
+};
+
+TEST_F(InputProfiles, comeBackAsTheyWereSaved)
+{
+    type({"Mine"});
+    press(*window(), "Save Profile As...");
+    EXPECT_EQ(tool->inputProfileName(), "Mine");
+    EXPECT_EQ(list().currentItem()->text(), "Mine");
+    change();
+    press(*window(), "Load Profile");
+    expectFirst();
+    EXPECT_EQ(box("Push", 1).currentText(), "Axis 2");
+    change();
+    select("Start Profile"); // to select is not to load
+    EXPECT_EQ(push->multiplier, 7.0);
+    press(*window(), "Save as startup profile");
+    EXPECT_TRUE(says(*window(), "Start Profile saved"));
+    const core::Instance& another = (*session->create("Tiny", "Other"))->instance();
+    EXPECT_EQ(const_cast<core::Instance&>(another).findProperty("Push")->multiplier, 7.0);
+    emit list().itemDoubleClicked(list().findItems("Mine", Qt::MatchExactly).front());
+    select("Mine");
+    press(*window(), "Save Profile");
+    press(*window(), "Clear all");
+    EXPECT_EQ(push->control(), nullptr);
+}
+
+TEST_F(InputProfiles, aLoadedProfileTellsWhatIsMissing)
+{
+    type({"Mine"});
+    press(*window(), "Save Profile As...");
+    session->removeDevice(*pad);
+    press(*window(), "Load Profile");
+    EXPECT_TRUE(says(*window(), "1 control is not connected; its binding waits for it."));
+    EXPECT_EQ(box("Push", 0).currentText(), "Pad (unplugged)");
+}
+
+TEST_F(InputProfiles, areMadeFromTheFactorySettings)
+{
+    type({"Fresh"});
+    press(*window(), "New Profile");
+    EXPECT_EQ(tool->inputProfileName(), "Fresh");
+    EXPECT_EQ(push->control(), nullptr);
+    EXPECT_EQ(push->multiplier, 1.0);
+    EXPECT_THAT(names(), Contains("Fresh"));
+}
+
+TEST_F(InputProfiles, areRenamedAndDeleted)
+{
+    type({"Mine"});
+    press(*window(), "Save Profile As...");
+    type({"Yours"});
+    press(*window(), "Rename Profile");
+    EXPECT_EQ(tool->inputProfileName(), "Yours");
+    EXPECT_THAT(names(), Contains("Yours"));
+    EXPECT_THAT(names(), Not(Contains("Mine")));
+    change();
+    press(*window(), "Load Profile");
+    expectFirst();
+    boxes.answers = {false, true};
+    press(*window(), "Delete Profile");
+    EXPECT_EQ(said(), "Do you really want to delete the profile: Yours?");
+    EXPECT_THAT(names(), Contains("Yours"));
+    press(*window(), "Delete Profile");
+    EXPECT_THAT(names(), Not(Contains("Yours")));
+    EXPECT_EQ(tool->inputProfileName(), "");
+    expectFirst();
+}
+
+TEST_F(InputProfiles, refuseWhatCantBe)
+{
+    struct Case
+    {
+        const char* selected; ///< null: nothing
+        const char* button;
+        const char* said;
+    };
+    tool->type()->inputProfiles().store(
+        [] {
+            util::xml::Element shipped = util::xml::Tag("profile");
+            shipped.setAttribute("name", "Example: Pad");
+            return shipped;
+        }(),
+        false, true);
+    const Case cases[] = {
+        {nullptr, "Load Profile", "Please select or specify a profile"},
+        {nullptr, "Save Profile", "Please select or specify a profile"},
+        {nullptr, "Delete Profile", "Please select or specify a profile"},
+        {"Factory Settings", "Save Profile",
+         "The specified profile is considered read-only and cannot be overwritten."},
+        {"Factory Settings", "Rename Profile", "Cannot rename this profile."},
+        {"Factory Settings", "Delete Profile",
+         "The profile comes with the program and cannot be deleted."},
+        {"Example: Pad", "Rename Profile", "Cannot rename example profiles."},
+        {"Example: Pad", "Save Profile", "The profile could not be saved"},
+    };
+    open();
+    for (const Case& c : cases) {
+        if (c.selected)
+            select(c.selected);
+        else
+            list().setCurrentRow(-1);
+        const auto before = names();
+        press(*window(), c.button);
+        EXPECT_EQ(said(), c.said) << c.button;
+        EXPECT_EQ(names(), before) << c.button;
+    }
+}
+
+TEST_F(InputProfiles, namesAreAskedForUntilOneCanBe)
+{
+    type({"a|b", ""});
+    press(*window(), "Save Profile As...");
+    EXPECT_EQ(said(), "a|b - name contains forbidden characters. \n The following characters are "
+                      "not allowed: \\ / : * ? \" < > | . , [ ] ; =");
+    boxes.answers = {false};
+    type({"Start Profile", "New one"});
+    press(*window(), "Save Profile As...");
+    EXPECT_THAT(
+        boxes.texts,
+        Contains("This will overwrite the profile Start Profile, do you wish to continue?"));
+    EXPECT_EQ(said(), "Start Profile - name already exists.");
+    EXPECT_EQ(tool->inputProfileName(), "New one");
+}
+
+TEST_F(InputProfiles, areImported)
+{
+    const char* const property =
+        "<property name=\"Push\"><multiplier>3</multiplier></property></profile>";
+    const std::string two = std::string("<unidevice><profile name=\"One\">") + property +
+                            "<profile name=\"Start Profile\">" + property + "</unidevice>";
+    boxes.file = user.write("two.tvi", two);
+    boxes.answers = {false};
+    type({"Second"});
+    press(*window(), "Import Profile...");
+    EXPECT_EQ(said(), "A profile with the name Start Profile already exists. This will overwrite "
+                      "that profile, do you wish to continue?");
+    EXPECT_THAT(names(), testing::IsSupersetOf({"One", "Second"}));
+    select("Second");
+    press(*window(), "Load Profile");
+    EXPECT_EQ(push->multiplier, 3.0);
+
+    struct Case
+    {
+        const char* text;
+        const char* said;
+    };
+    const Case cases[] = {
+        {"no XML at all", "The profile could not be imported."},
+        {"<other/>", "The profile could not be imported."},
+        {"<unidevice></unidevice>", "The profile could not be imported."},
+        {"<profile name=\"Factory Settings\"/>",
+         "The specified profile already exists and cannot be overwritten."},
+    };
+    const auto before = names();
+    for (const Case& c : cases) {
+        boxes.file = user.write("bad.tvi", c.text);
+        press(*window(), "Import Profile...");
+        EXPECT_EQ(said(), c.said) << c.text;
+        EXPECT_EQ(names(), before) << c.text;
+    }
+}
+
+TEST_F(InputProfiles, areExported)
+{
+    const std::string path = user.path() + "/out.tvi";
+    QTimer::singleShot(0, [&] {
+        auto* const asked = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(asked, nullptr);
+        asked->selectFile(QString::fromStdString(path));
+        QMetaObject::invokeMethod(asked, "accept");
+    });
+    press(*window(), "Export Profile...");
+    ASSERT_TRUE(std::filesystem::exists(path));
+    boxes.file = path;
+    change();
+    press(*window(), "Import Profile...");
+    select("out");
+    press(*window(), "Load Profile");
+    expectFirst();
+}
+
+/// The prompt is on the stack: what belongs to the window must stand until it returns.
+TEST_F(InputProfiles, theToolMayGoWhileANameIsAskedFor)
+{
+    QTimer::singleShot(0, [&] {
+        core::InstanceManager::deleteReference(tool->reference(), true);
+        pass();
+        qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept();
+    });
+    press(*window(), "Save Profile As...");
+    pass();
+    EXPECT_EQ(window(), nullptr);
+}
+
+} // namespace
+
+} // namespace tvw::rgs::app
