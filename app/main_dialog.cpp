@@ -17,6 +17,7 @@
 #include "gui/qt/style.h"
 
 #include <QTimer>
+#include <QToolButton>
 #include <QVariant>
 #include <QWidget>
 
@@ -234,9 +235,13 @@ void MainDlg::handleButton(int from)
     for (std::size_t i = 0; i < kCategories; ++i) {
         if (from != kCategoryRows[i].button)
             continue;
-        if (core::Tool* const tool = core::LibraryManager::instance().findTool(current_[i]);
-            tool && !current_[i].empty())
+        core::Tool* const tool = current_[i].empty()
+                                     ? nullptr
+                                     : core::LibraryManager::instance().findTool(current_[i]);
+        if (tool)
             create(*tool);
+        else
+            flyOut(from);
         return;
     }
     switch (from) {
@@ -277,6 +282,15 @@ void MainDlg::handleButton(int from)
     default:
         break;
     }
+}
+
+/// Nothing was chosen from the category yet: whoever does not know that the button is to be held
+/// finds the tools too.
+void MainDlg::flyOut(int button)
+{
+    auto* const widget = qobject_cast<QToolButton*>(find(button)->widget());
+    if (widget) // the menu has an event loop of its own, which must not run within a message
+        QTimer::singleShot(0, widget, [widget] { widget->showMenu(); });
 }
 
 void MainDlg::handleTree(const Message& message)

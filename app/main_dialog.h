@@ -58,6 +58,7 @@ private:
     void handle(gui::Component& component, Message& message) override;
     bool handleEntry(gui::Component& component, const Message& message);
     void handleButton(int id);
+    void flyOut(int button);
     void handleTree(const Message& message);
     void handleMenu(int item);
     bool handleToolItem(int item);

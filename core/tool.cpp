@@ -29,7 +29,8 @@ bool Tool::hasId(const std::string& id) const
 
 void Tool::removeInstance(Instance* instance) { std::erase(instances_, instance); }
 
-/// Configuration: the user's folder last, so that his profile of a shipped name wins. Inputs: first.
+/// Configuration: the user's folder last, so that his profile of a shipped name wins. Inputs: first,
+/// but for the profile that new tools begin with: it was shipped only until the user chose his own.
 void Tool::openProfileStores(const std::string& userFolder, const std::string& dataPath)
 {
     if (!userFolder.empty()) {
@@ -38,6 +39,8 @@ void Tool::openProfileStores(const std::string& userFolder, const std::string& d
     }
     inputProfiles_.addSource(joinPath(dataPath, "/inputprofile.xml"));
     inputProfiles_.addSource(joinPath(dataPath, "/inputprofiles"));
+    if (!userFolder.empty())
+        inputProfiles_.addSource(joinPath(userFolder, "/inputprofiles/Start Profile.tvi"));
     inputProfiles_.rescan();
 
     configProfiles_.addSource(joinPath(dataPath, "/configprofile.xml"));

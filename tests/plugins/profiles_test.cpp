@@ -3,6 +3,7 @@
 #include "core/tool.h"
 #include "plugins/tool_table.h"
 #include "tests/runs/run_fixture.h"
+#include "tests/support/session_test.h"
 #include "util/base64.h"
 
 #include <QDirIterator>
@@ -189,6 +190,40 @@ TEST_F(ShippedProfiles, BindWhatTheyName)
             }
         });
     }
+}
+
+/// A take ends by these keys, whatever they are bound to.
+TEST_F(ShippedProfiles, BindNoKeyThatEndsATake)
+{
+    forFiles(&isInput, [](core::Instance& tool, const std::string& path) {
+        for (const Element& profile : tool.type()->inputProfiles().loadFromFile(path)) {
+            for (const char* const key : {"type=\"Space\"", "type=\"Escape\""})
+                EXPECT_EQ(profile.fragment().find(key), std::string::npos) << key;
+        }
+    });
+}
+
+TEST(StartProfile, ThatTheUserSavedStaysAheadOfTheShippedOne)
+{
+    const TemporaryFolder folder;
+    const auto open = [&] { return *stage::Session::start({.userFolder = folder.path()}); };
+    const auto gasOf = [](stage::Session& session) {
+        return (*session.create("4WheelerExt"))->instance().findProperty("Gas Pedal (Forw/Backw)");
+    };
+    {
+        const auto session = open();
+        core::Instance& car = (*session->create("4WheelerExt"))->instance();
+        EXPECT_NE(car.findProperty("Gas Pedal (Forw/Backw)")->control(), nullptr) << "shipped";
+        car.findProperty("Gas Pedal (Forw/Backw)")->multiplier = 0.25;
+        Element mine;
+        car.writeInputProfile(mine, core::kStartProfile);
+        auto& store = car.type()->inputProfiles();
+        ASSERT_EQ(store.store(mine, true, true), 0);
+        store.rescan();
+        EXPECT_EQ(gasOf(*session)->multiplier, 0.25);
+    }
+    const auto session = open();
+    EXPECT_EQ(gasOf(*session)->multiplier, 0.25);
 }
 
 } // namespace

@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+class QAbstractButton;
 class QWidget;
 
 namespace tvw::rgs::tests {
@@ -32,8 +33,21 @@ protected:
     /// xdotool, as from a hand: the program runs on meanwhile.
     static void hand(const QStringList& arguments);
     static void press(const char* key) { hand({"key", key}); }
-    static void clickAt(const QPoint& place); ///< of the screen
+    static void moveTo(const QPoint& place); ///< of the screen [logical pixels]
+    static void clickAt(const QPoint& place);
     static void click(QWidget& widget);
+
+    /// What the hand does as soon as a menu or a window keeps the program to itself; say it before
+    /// what opens that.
+    void whenAsked(std::function<void()> act);
+
+    // The windows of the system, as a user sees them.
+    QWidget& ofMain(int id); ///< a component of the main window
+    /// The button that bears the text, in a window that is shown; within: below a group's title.
+    static QAbstractButton* button(const QString& text, const QString& within = {});
+    void press(QAbstractButton* found); ///< with the mouse; a failure when there is none
+    /// A row of the main window's tree whose text begins so.
+    QPoint rowOf(const QString& text);
 
     /// The demo scene, and the focus with the studio.
     void openDemo();

@@ -18,7 +18,7 @@ trap finish EXIT
 # The server chooses a free display itself and tells which.
 mkfifo "$folder/display"
 exec 9<>"$folder/display"
-Xvfb -displayfd 9 -screen 0 1800x1000x24 -nolisten tcp >"$folder/xvfb.log" 2>&1 9>&9 &
+Xvfb -displayfd 9 -screen 0 1800x1000x24 -dpi 96 -nolisten tcp >"$folder/xvfb.log" 2>&1 9>&9 &
 pids+=($!)
 read -r -t 20 number <&9 || { cat "$folder/xvfb.log" >&2; echo "no display" >&2; exit 1; }
 export DISPLAY=":$number" QT_QPA_PLATFORM=xcb
