@@ -100,7 +100,9 @@ def plot_autozoomcam(rigstage, axes):
     lens.plot(times, fov, color="C3")
     lens.set_ylabel("field of view [degrees]", color="C3")
     axes.set_title("Forward, then backward: the target keeps its size")
-    axes.legend(loc="center right")
+    axes.set_ylim(1.5, 8.3)  # the legend above the curves
+    lens.set_ylim(30.0, 115.0)
+    axes.legend(loc="upper left")
 
 
 def plot_zoomandfocuscam(rigstage, axes):
