@@ -191,7 +191,8 @@ constexpr bool repeatsInGroup(std::span<const Item<S>> items, std::size_t at)
 
 } // namespace detail
 
-/// Groups are balanced, labels unique within a group and beside it, steps positive, every default within its bounds.
+/// Groups are balanced, labels unique within a group and beside it, steps positive, every default
+/// within its bounds.
 template <class S, std::size_t N>
 constexpr bool isSound(const std::array<Item<S>, N>& table)
 {

@@ -132,7 +132,10 @@ void ToolObject::startRun(double time)
     runtime().updateConfiguration();
 }
 
-bool ToolObject::startsAnew(double) { return false; }
+bool ToolObject::startsAnew(double)
+{
+    return false;
+}
 
 void ToolObject::tick(double time)
 {

@@ -226,7 +226,8 @@ void WheelUnit::climbEdges(const WheelMount& mount, const WheelSettings& setting
             if (!hits_[i].hit || q >= radius)
                 continue;
             const double across = q * rimOf_[i]->sine;
-            const double lift = std::sqrt(radius * radius - across * across) - q * rimOf_[i]->cosine;
+            const double lift =
+                std::sqrt(radius * radius - across * across) - q * rimOf_[i]->cosine;
             if (touches && lift <= highest)
                 continue;
             touches = true;

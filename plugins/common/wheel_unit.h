@@ -96,7 +96,8 @@ private:
         double sine, cosine;
         double halfSine, halfCosine;
     };
-    std::vector<RimRay> rim_; ///< of the settings that the next two say; straight down in the middle
+    std::vector<RimRay>
+        rim_; ///< of the settings that the next two say; straight down in the middle
     std::int32_t rimMultiplier_ = 0;
     double rimStep_ = 0.0;             ///< degrees
     std::vector<Vector3d> directions_; ///< of one fan in this tick; the three share them
