@@ -100,8 +100,9 @@ void Instance::startRun(double time)
         recorded_.startReplay(time, properties_);
     else
         recorded_.startRecording(time, properties_, *this);
-    tool_->startRun(time);
+    tool_->call(code::settleItems, nullptr);
     liveSpinners_.begin(time, configuration_.get(), replays, *this);
+    tool_->startRun(time); // reads the parameters that the run begins with
     for (CoreNode* const node : nodes())
         node->deleteKeysFrom(time);
 }

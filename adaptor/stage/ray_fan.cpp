@@ -21,6 +21,17 @@ public:
 
     static constexpr int kDepth = MeshTree::kDepth;
 
+    /// Asks for what lies below a node: the way down costs what the memory takes to answer.
+    void fetch(const Node& node) const
+    {
+        if (node.count != 0) {
+            __builtin_prefetch(&triangles[node.first]);
+            __builtin_prefetch(&triangles[node.first + node.count - 1]);
+        } else {
+            __builtin_prefetch(&nodes[node.first]);
+        }
+    }
+
     static Box boxOf(const MeshTree::Triangle& triangle) { return MeshTree::boxOf(triangle); }
 };
 
@@ -40,20 +51,31 @@ bool isUsable(const Vector3d& v)
     return std::abs(v.x) <= kLimit && std::abs(v.y) <= kLimit && std::abs(v.z) <= kLimit;
 }
 
-/// The axes of the world in the order of the ray test: last the one along which the direction is
-/// longest, the others so that the shear along it keeps the handedness.
+/// The axis along which a direction is longest, doubled; odd where the direction runs down it.
+int mainAxis(const Vector3d& d)
+{
+    const double x = std::abs(d.x);
+    const double y = std::abs(d.y);
+    const double z = std::abs(d.z);
+    if (x > y && x > z)
+        return d.x < 0.0 ? 1 : 0;
+    if (y > z && !(x > y))
+        return d.y < 0.0 ? 3 : 2;
+    return d.z < 0.0 ? 5 : 4;
+}
+
+/// The axes of the world in the order of the ray test: last the main one, the others so that the
+/// shear along it keeps the handedness.
 struct FanAxes
 {
-    explicit FanAxes(const Vector3d& d)
+    explicit FanAxes(int mainAxis)
     {
-        const Vector3d size{std::abs(d.x), std::abs(d.y), std::abs(d.z)};
-        k[2] = size.x > size.y ? (size.x > size.z ? 0 : 2) : (size.y > size.z ? 1 : 2);
+        k[2] = mainAxis / 2;
         k[0] = (k[2] + 1) % 3;
         k[1] = (k[0] + 1) % 3;
-        if (d[k[2]] < 0.0)
+        if (mainAxis % 2 != 0)
             std::swap(k[0], k[1]);
     }
-    bool operator==(const FanAxes&) const = default;
 
     int k[3];
 };
@@ -175,10 +197,14 @@ bool gather(const FanTree& tree, const Bundle& bundle, std::uint32_t& start, Fan
         }
         const bool left = bundle.touches(tree.nodes[index + 1].box);
         const bool right = bundle.touches(tree.nodes[node.first].box);
-        if (right)
+        if (right) {
             stack[open++] = node.first;
-        if (left)
+            tree.fetch(tree.nodes[node.first]);
+        }
+        if (left) {
             stack[open++] = index + 1;
+            tree.fetch(tree.nodes[index + 1]);
+        }
         branched = branched || (left && right);
     }
     return true;

@@ -50,6 +50,8 @@ inline constexpr std::int32_t treeComplete =
 inline constexpr std::int32_t writeCustomData = 44; ///< util::xml::Element*, to be filled
 inline constexpr std::int32_t readCustomData = 45;  ///< const util::xml::Element*
 inline constexpr std::int32_t noToolTip = 61;       ///< only its presence counts
+/// No argument. A run is about to start: items that only show something hold their own value again.
+inline constexpr std::int32_t settleItems = 63;
 
 // Answered by a tool's factory (`CCameraPlugin::call`).
 inline constexpr std::int32_t olderIds = 16; ///< std::vector<std::string>* out

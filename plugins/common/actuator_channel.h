@@ -2,12 +2,14 @@
 /// and two filters in series. Each stage can be left out.
 #pragma once
 
+#include "plugins/common/change_line.h"
 #include "plugins/common/state_store.h"
 #include "util/filters.h"
 
 #include <cmath>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace tvw::rgs {
 
@@ -84,19 +86,26 @@ public:
     void setIntegral(double value) { integral_ = value; }
 
     /// Registers what the channel leaves for the next tick; number: of the channel in its tool.
+    /// A channel at rest costs no records: most of a tool's channels are.
     void keepIn(StateStore& store, int number)
     {
         const std::string end = std::to_string(number);
-        store.nearest("ancDILpcInputPrevLimitedInpValue" + end, previous_);
-        store.nearest("ancDILpcInputfIntegratedInpValue" + end, integral_);
-        store.nearest("ancDILpcInputFilterMem" + end, filterMem_);
-        store.latest("ancDILpcInputiTrinaryState" + end, trinaryState_);
-        store.latest("ancDILpcInputiTrinaryPrev" + end, trinaryPrev_);
-        store.nearest("ancDILpcInputOutput" + end, output_);
-        store.nearest("ancDILpcInputRaw" + end, raw);
+        keep(store, "ancDILpcInputPrevLimitedInpValue" + end, previous_);
+        keep(store, "ancDILpcInputfIntegratedInpValue" + end, integral_);
+        keep(store, "ancDILpcInputFilterMem" + end, filterMem_);
+        keep(store, "ancDILpcInputiTrinaryState" + end, trinaryState_);
+        keep(store, "ancDILpcInputiTrinaryPrev" + end, trinaryPrev_);
+        keep(store, "ancDILpcInputOutput" + end, output_);
+        keep(store, "ancDILpcInputRaw" + end, raw);
     }
 
 private:
+    template <class T>
+    static void keep(StateStore& store, std::string name, T& variable)
+    {
+        store.add<Recorded<ChangeLine<T>>>(std::move(name), variable);
+    }
+
     double previous_ = 0.0; ///< after the limit
     double integral_ = 0.0;
     double filterMem_ = 0.0; ///< after the first filter

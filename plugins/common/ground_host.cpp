@@ -3,8 +3,29 @@
 #include "plugins/common/ground_surfaces.h"
 
 #include <algorithm>
+#include <cmath>
+#include <emmintrin.h>
 
 namespace tvw::rgs {
+
+namespace {
+
+/// 1 / sqrt of each; 0 of what is not above 0.
+void invertRoots(std::span<double> squares)
+{
+    std::size_t i = 0;
+    for (; i + 1 < squares.size(); i += 2) {
+        const __m128d root = _mm_sqrt_pd(_mm_loadu_pd(&squares[i]));
+        const __m128d inverse = _mm_div_pd(_mm_set1_pd(1.0), root);
+        _mm_storeu_pd(&squares[i], _mm_and_pd(inverse, _mm_cmpgt_pd(root, _mm_setzero_pd())));
+    }
+    if (i < squares.size()) {
+        const double root = std::sqrt(squares[i]);
+        squares[i] = root > 0.0 ? 1.0 / root : 0.0;
+    }
+}
+
+} // namespace
 
 void GroundHost::beginTick(double time)
 {
@@ -51,12 +72,15 @@ void GroundHost::toSurface(const Matrix4& place, std::span<const GroundRay> rays
     scales_.resize(rays.size());
     distances_.resize(rays.size());
     normals_.resize(rays.size());
+    // As `SurfaceRay`, the roots and divisions two at a time.
     for (std::size_t i = 0; i < rays.size(); ++i) {
-        const SurfaceRay local(rays[i], place);
-        origins_[i] = local.origin;
-        directions_[i] = local.direction;
-        scales_[i] = local.scale;
+        origins_[i] = transformPoint(place, rays[i].origin);
+        directions_[i] = transformDirection(place, rays[i].direction);
+        scales_[i] = lengthSquared(directions_[i]);
     }
+    invertRoots(scales_);
+    for (std::size_t i = 0; i < rays.size(); ++i)
+        directions_[i] *= scales_[i];
 }
 
 void GroundHost::toWorld(const Matrix4& place, double maxLength, std::span<GroundHit> out) const

@@ -168,17 +168,22 @@ constexpr bool defaultWithinBounds(const Item<S>& item, S& defaults)
     }
 }
 
-/// Whether an earlier row of the same group (at the same depth, back to its start) has this label.
+/// Whether an earlier row of the same group (at the same depth, back to its start) has this label:
+/// an item for an item, a group for a group.
 template <class S>
 constexpr bool repeatsInGroup(std::span<const Item<S>> items, std::size_t at)
 {
+    const bool isGroup = items[at].kind == ItemKind::Group;
     int depth = 0;
     for (std::size_t i = at; i-- > 0;) {
-        if (items[i].kind == ItemKind::EndGroup)
+        if (items[i].kind == ItemKind::EndGroup) {
             ++depth;
-        else if (items[i].kind == ItemKind::Group && --depth < 0)
+            continue;
+        }
+        if (items[i].kind == ItemKind::Group && --depth < 0)
             return false;
-        else if (depth == 0 && items[i].owner == items[at].owner && items[i].label == items[at].label)
+        if (depth == 0 && (items[i].kind == ItemKind::Group) == isGroup &&
+            items[i].owner == items[at].owner && items[i].label == items[at].label)
             return true;
     }
     return false;
@@ -186,7 +191,8 @@ constexpr bool repeatsInGroup(std::span<const Item<S>> items, std::size_t at)
 
 } // namespace detail
 
-/// Groups are balanced, labels unique within a group, steps positive, every default within its bounds.
+/// Groups are balanced, labels unique within a group and beside it, steps positive, every default
+/// within its bounds.
 template <class S, std::size_t N>
 constexpr bool isSound(const std::array<Item<S>, N>& table)
 {
@@ -194,12 +200,15 @@ constexpr bool isSound(const std::array<Item<S>, N>& table)
     S defaults{};
     int depth = 0;
     for (std::size_t i = 0; i < N; ++i) {
+        if (items[i].kind == ItemKind::EndGroup) {
+            if (--depth < 0)
+                return false;
+            continue;
+        }
+        if (detail::repeatsInGroup(items, i))
+            return false;
         if (items[i].kind == ItemKind::Group)
             ++depth;
-        else if (items[i].kind == ItemKind::EndGroup && --depth < 0)
-            return false;
-        else if (items[i].kind != ItemKind::EndGroup && detail::repeatsInGroup(items, i))
-            return false;
         if (!detail::defaultWithinBounds(items[i], defaults))
             return false;
     }

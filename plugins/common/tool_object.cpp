@@ -32,6 +32,10 @@ std::vector<std::int32_t> ToolObject::supportedCodes()
 
 std::intptr_t ToolObject::call(std::int32_t code, void* argument)
 {
+    if (code == code::settleItems) {
+        settleParameters();
+        return 1;
+    }
     if (code != code::updateOutput || !argument)
         return 0;
     auto* const control = static_cast<Control*>(argument);
@@ -115,7 +119,6 @@ int ToolObject::save()
 void ToolObject::startRun(double time)
 {
     running_ = true;
-    settleParameters();
     state_.pushUndo(runtime());
     if (startsAnew(time))
         state_.reset();
@@ -129,7 +132,10 @@ void ToolObject::startRun(double time)
     runtime().updateConfiguration();
 }
 
-bool ToolObject::startsAnew(double) { return false; }
+bool ToolObject::startsAnew(double)
+{
+    return false;
+}
 
 void ToolObject::tick(double time)
 {
@@ -177,7 +183,10 @@ void ToolObject::timeChanged(double time)
 
 void ToolObject::timeMoved(double) {}
 
-double ToolObject::outputValue(std::size_t) { return 0.0; }
+double ToolObject::outputValue(std::size_t)
+{
+    return 0.0;
+}
 
 void ToolObject::itemActed(std::string_view) {}
 

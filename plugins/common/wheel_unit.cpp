@@ -36,8 +36,10 @@ double extensionOf(const WheelMount& mount, const WheelSettings& settings, doubl
 
 WheelUnit::WheelUnit()
 {
-    rays_.reserve(kUsualFan);
     rim_.reserve(kUsualFan);
+    directions_.reserve(kUsualFan);
+    rays_.reserve(kUsualFan);
+    rimOf_.reserve(kUsualFan);
     hits_.reserve(kUsualFan);
 }
 
@@ -161,27 +163,46 @@ void WheelUnit::takeDrop(const WheelMount& mount, const WheelSettings& settings,
         contact.normal = {0, 1, 0};
 }
 
-void WheelUnit::fillFan(const WheelMount& mount, const WheelSettings& settings,
-                        const Vector3d& centre)
+/// The angles of a fan: they change with the settings, not with the wheel.
+void WheelUnit::shapeRim(const WheelSettings& settings)
 {
+    if (rimMultiplier_ == settings.iRayMultiplier && rimStep_ == settings.dDegsPerRay)
+        return;
+    rimMultiplier_ = settings.iRayMultiplier;
+    rimStep_ = settings.dDegsPerRay;
     constexpr double kQuarter = std::numbers::pi / 2;
     const double step = settings.dDegsPerRay / 180.0 * std::numbers::pi;
     int count = settings.iRayMultiplier - 1;
     if (count * step > kQuarter)
         count = static_cast<int>(kQuarter / step);
+    rim_.clear();
+    for (int k = -count; k <= count; ++k) {
+        const double angle = k * step;
+        rim_.push_back(
+            {std::sin(angle), std::cos(angle), std::sin(angle / 2), std::cos(angle / 2)});
+    }
+}
+
+void WheelUnit::fillFan(const WheelMount& mount, const WheelSettings& settings,
+                        const Vector3d& centre)
+{
+    shapeRim(settings);
+    directions_.clear();
+    for (const RimRay& ray : rim_) {
+        const Vector3d half = mount.X * ray.halfSine;
+        directions_.push_back(rotate(Quatd{half.x, half.y, half.z, ray.halfCosine}, -mount.Y));
+    }
+    const std::size_t down = rim_.size() / 2; // the hub's own ray was cast
     const int outer = settings.bAddRaysAtWheelEdges ? 1 : 0;
     rays_.clear();
-    rim_.clear();
+    rimOf_.clear();
     for (int side = -outer; side <= outer; ++side) {
         const Vector3d origin = centre + mount.X * (mount.width * 0.5 * side);
-        for (int k = -count; k <= count; ++k) {
-            if (side == 0 && k == 0)
+        for (std::size_t k = 0; k < rim_.size(); ++k) {
+            if (side == 0 && k == down)
                 continue;
-            const double angle = k * step;
-            const Vector3d half = mount.X * std::sin(angle / 2);
-            rays_.push_back(
-                {origin, rotate(Quatd{half.x, half.y, half.z, std::cos(angle / 2)}, -mount.Y)});
-            rim_.push_back({std::sin(angle), std::cos(angle)});
+            rays_.push_back({origin, directions_[k]});
+            rimOf_.push_back(&rim_[k]);
         }
     }
     hits_.resize(rays_.size());
@@ -204,8 +225,9 @@ void WheelUnit::climbEdges(const WheelMount& mount, const WheelSettings& setting
             const double q = hits_[i].distance;
             if (!hits_[i].hit || q >= radius)
                 continue;
-            const double across = q * rim_[i].sine;
-            const double lift = std::sqrt(radius * radius - across * across) - q * rim_[i].cosine;
+            const double across = q * rimOf_[i]->sine;
+            const double lift =
+                std::sqrt(radius * radius - across * across) - q * rimOf_[i]->cosine;
             if (touches && lift <= highest)
                 continue;
             touches = true;

@@ -1,11 +1,10 @@
 // What must hold for every tool, whatever it does: run over the table of tool types.
-#include "tests/plugins/allocation_count.h"
-#include "tests/runs/run_fixture.h"
-
 #include "adaptor/stage/scene_file.h"
 #include "core/tool.h"
 #include "core/tool_record.h"
 #include "plugins/tool_table.h"
+#include "tests/plugins/allocation_count.h"
+#include "tests/runs/run_fixture.h"
 #include "util/random.h"
 
 #include <filesystem>
@@ -34,13 +33,14 @@ protected:
         bindAll();
     }
 
-    /// Each input gets an axis of a pad of its own.
-    void bindAll()
+    /// Each input gets an axis of a pad of its own; those that turn spinners if asked for.
+    void bindAll(bool spinnersToo = false)
     {
         auto& inputs = tool_->properties();
-        pad = &session->addDevice("Sweeper", {.axes = inputs.count()});
+        if (!spinnersToo)
+            pad = &session->addDevice("Sweeper", {.axes = inputs.count()});
         for (int i = 0; i < inputs.count(); ++i) {
-            if (!inputs.propertyAt(i)->name().starts_with("Spinner: "))
+            if (spinnersToo || !inputs.propertyAt(i)->name().starts_with("Spinner: "))
                 inputs.propertyAt(i)->bind(pad->controlAt(i));
         }
     }
@@ -80,6 +80,17 @@ TEST_P(EveryTool, RepeatsATakeToTheBit)
     EXPECT_EQ(allKeys(), take) << "over both pieces";
 }
 
+TEST_P(EveryTool, RepeatsATakeInWhichEverySpinnerTurns)
+{
+    bindAll(true);
+    record(1.0, sweep());
+    const auto take = allKeys();
+    resimulate(0.0, 1.0);
+    ASSERT_EQ(allKeys(), take) << "from the values that the take began with";
+    resimulate(0.0, 1.0);
+    EXPECT_EQ(allKeys(), take) << "and again";
+}
+
 TEST_P(EveryTool, UndoTakesTheWholeTakeBack)
 {
     const auto before = allKeys();
@@ -95,7 +106,8 @@ TEST_P(EveryTool, ComesBackFromAFileAndRepeatsItsTake)
 {
     record(1.0, sweep());
     const auto take = allKeys();
-    const std::string path = (std::filesystem::path(testing::TempDir()) / (GetParam() + ".glb")).string();
+    const std::string path =
+        (std::filesystem::path(testing::TempDir()) / (GetParam() + ".glb")).string();
     const Status saved = stage::saveScene(*session, path);
     ASSERT_TRUE(saved) << saved.reason();
     const Status opened = stage::openScene(*session, path);
@@ -160,7 +172,9 @@ TEST_P(EveryTool, LaysOnlyNumbers)
             const double low = std::max(item.node->minimum(), -1e9);
             const double high = std::min(item.node->maximum(), 1e9);
             const double share = random.next01();
-            const double value = share < 0.1 ? low : share > 0.9 ? high : low + (high - low) * random.next01();
+            const double value = share < 0.1   ? low
+                                 : share > 0.9 ? high
+                                               : low + (high - low) * random.next01();
             if (item.node->kind() == core::configadaptor::NodeKind::CheckBox)
                 (void)stage::setToolItem(item, share < 0.5 ? 0.0 : 1.0);
             else if (item.node->maximum() > item.node->minimum())

@@ -4,6 +4,8 @@
 #include "plugins/tool_table.h"
 #include "tests/runs/run_fixture.h"
 #include "tests/support/session_test.h"
+#include "unidevice/device_hub.h"
+#include "unidevice/keyboard_device.h"
 #include "util/base64.h"
 
 #include <QDirIterator>
@@ -224,6 +226,65 @@ TEST(StartProfile, ThatTheUserSavedStaysAheadOfTheShippedOne)
     }
     const auto session = open();
     EXPECT_EQ(gasOf(*session)->multiplier, 0.25);
+}
+
+/// The keys of every node after a second in which a hand is all over the keys and the pad;
+/// strength: 1, or 0 for a hand that rests. Nothing of it stays.
+class ShippedInputs : public ShippedProfiles
+{
+protected:
+    std::map<std::string, Keys> struck(double strength)
+    {
+        session->stage().setTime(0.0);
+        record(1.0, [&](double time) { strike(strength, time); });
+        std::map<std::string, Keys> keys = allKeys();
+        session->stage().hostUndo();
+        return keys;
+    }
+
+    unidevice::KeyboardDevice* keyboard = nullptr;
+    unidevice::ScriptedDevice* struckPad = nullptr;
+
+private:
+    void strike(double strength, double time)
+    {
+        const auto isDown = [&](int key) {
+            return strength > 0.0 && (37 * key + static_cast<int>(5.0 * time)) % 7 < 3;
+        };
+        for (int key = 0; keyboard && key < 256; ++key)
+            keyboard->keyEvent(key, isDown(key));
+        for (int i = 0; struckPad && i < 16; ++i) {
+            for (unidevice::ScriptedDevice* const each : {pad, struckPad}) { // profiles take any
+                each->set("Button", i, isDown(i) ? 1.0 : 0.0);
+                each->set("Axis", i, strength * std::sin((1.0 + 0.3 * i) * time));
+            }
+        }
+    }
+};
+
+TEST_F(ShippedInputs, MoveTheirToolByTheKeysAloneAndByAPadAlone)
+{
+    for (const bool byPad : {false, true}) {
+        keyboard = byPad ? nullptr
+                         : dynamic_cast<unidevice::KeyboardDevice*>(
+                               unidevice::DeviceHub::instance().findDevice("Keyboard", 0));
+        struckPad =
+            byPad ? &session->addDevice("A pad", {.axes = 8, .hats = 2, .buttons = 16}) : nullptr;
+        ASSERT_TRUE(keyboard || struckPad);
+        forFiles(&isInput, [&](core::Instance& tool, const std::string& path) {
+            auto& store = tool.type()->inputProfiles();
+            for (const Element& profile : store.loadFromFile(path)) {
+                const std::string name = store.profileName(profile);
+                SCOPED_TRACE(name);
+                const bool isForKeys =
+                    name == "Start Profile" || name.find("Keyboard") != std::string::npos;
+                if (isForKeys == byPad)
+                    continue;
+                tool.loadInputProfile(profile);
+                EXPECT_NE(struck(1.0), struck(0.0));
+            }
+        });
+    }
 }
 
 } // namespace

@@ -18,11 +18,12 @@
 
 namespace tvw::rgs::tests {
 
-/// All keys of a node: its times and local matrices, to the bit.
+/// All keys of a node: its times and local matrices, and of a camera its lens, to the bit.
 struct Keys
 {
     std::vector<double> times;
     std::vector<Matrix4> poses;
+    std::vector<double> lens{}; ///< times and values in turn: fields of view, then target distances
     bool operator==(const Keys&) const = default;
 };
 
@@ -67,8 +68,8 @@ protected:
     /// A take of that length; `hand` moves the pad before each frame.
     void record(double seconds, std::function<void(double)> hand = {}, int countdown = 1)
     {
-        const Status done =
-            session->record({.seconds = seconds, .beforeFrame = std::move(hand), .countdown = countdown});
+        const Status done = session->record(
+            {.seconds = seconds, .beforeFrame = std::move(hand), .countdown = countdown});
         ASSERT_TRUE(done) << done.reason();
     }
 
@@ -88,6 +89,12 @@ protected:
         Keys keys{node.poseKeyTimes(), {}};
         for (const double time : keys.times)
             keys.poses.push_back(node.local(time));
+        for (const auto* const track : {&node.fovKeys(), &node.targetDistanceKeys()}) {
+            for (std::size_t i = 0; i < track->size(); ++i) {
+                keys.lens.push_back(static_cast<double>(track->key(i).time));
+                keys.lens.push_back(track->key(i).value);
+            }
+        }
         return keys;
     }
 
@@ -105,6 +112,9 @@ protected:
 };
 
 /// A hand that is never still and never repeats within a take.
-inline double wobble(double time) { return 0.9 * std::sin(1.3 * time) * std::cos(0.37 * time + 0.2); }
+inline double wobble(double time)
+{
+    return 0.9 * std::sin(1.3 * time) * std::cos(0.37 * time + 0.2);
+}
 
 } // namespace tvw::rgs::tests

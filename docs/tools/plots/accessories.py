@@ -1,29 +1,12 @@
 """One picture for each accessory, of a take that is driven through the Python module.
 
 Each function takes the module `rigstage` and a matplotlib Axes, records a take on a stage of its own and
-plots what the tool does with it. Run as a program it writes one PNG a tool into a folder:
-
-    PYTHONPATH=build/release/python /usr/bin/python3 docs/tools/plots/accessories.py OUTPUT_FOLDER
+plots what the tool does with it. Its name is plot_ and the tool's id in small letters; make_pages.py calls it.
 """
 
-import contextlib
 import math
-import sys
-import tempfile
 
-FPS = 25.0
-
-
-@contextlib.contextmanager
-def new_stage(rigstage, end, fps=FPS):
-    """A stage whose profiles live in a folder that goes with it."""
-    with tempfile.TemporaryDirectory() as profiles, \
-            rigstage.Stage(fps=fps, end=end, user_folder=profiles) as stage:
-        yield stage
-
-
-def frame_times(stage, seconds):
-    return [i * stage.frame_duration for i in range(round(seconds / stage.frame_duration) + 1)]
+from common import frame_times, held, new_stage
 
 
 def place(x=0.0, y=0.0, z=0.0, scale=(1.0, 1.0, 1.0), yaw=0.0):
@@ -36,10 +19,6 @@ def place(x=0.0, y=0.0, z=0.0, scale=(1.0, 1.0, 1.0), yaw=0.0):
 def key(node, times, matrix_at):
     for t in times:
         node.set_matrix(matrix_at(t), t, key=True)
-
-
-def held(t, begin, end):
-    return 1.0 if begin <= t < end else 0.0
 
 
 def bind_axes(stage, tool, *names):
@@ -56,7 +35,7 @@ def column_length(matrix, c):
     return math.dist((0, 0, 0), matrix[4 * c:4 * c + 3])
 
 
-def plot_utility_statemachine(rigstage, axes):
+def plot_statemachine(rigstage, axes):
     """A machine goes from state to state, softly and under its speed limit."""
     seconds = 12.0
     with new_stage(rigstage, seconds) as stage:
@@ -96,6 +75,7 @@ def plot_multistatecam(rigstage, axes):
                                     ("02WantedState", 18, 10)):
             camera.node(name).set_fov(fov)
             camera.node(name).set_target_distance(distance)
+        camera.node("CurrentState").set_matrix(camera.node("01WantedState").matrix())
         pad = bind_axes(stage, camera, "01WantedState", "02WantedState")
 
         def hand(t):
@@ -109,8 +89,8 @@ def plot_multistatecam(rigstage, axes):
         axes.plot(times, [node.target_distance(t) for t in times], label="target distance [units]")
         axes.plot(times, [10 * math.dist(node.position(t), camera.node("01WantedState").position(t))
                           for t in times], label="way from state 01 [0.1 units]")
-        axes.set(xlabel="time [s]", title="From a wide lens to a long one, and back")
-        axes.legend()
+        axes.set(xlabel="time [s]", ylim=(-3, 68), title="From a wide lens to a long one, and back")
+        axes.legend(loc="upper right")
 
 
 def plot_directinputlink(rigstage, axes):
@@ -132,7 +112,7 @@ def plot_directinputlink(rigstage, axes):
     axes.legend()
 
 
-def plot_utility_1dpositioner(rigstage, axes):
+def plot_1dpositioner(rigstage, axes):
     """Taps that hold, behind a limit of the rate of change."""
     seconds = 8.0
     with new_stage(rigstage, seconds) as stage:
@@ -153,7 +133,7 @@ def plot_utility_1dpositioner(rigstage, axes):
         axes.legend()
 
 
-def plot_utility_1drotator(rigstage, axes):
+def plot_1drotator(rigstage, axes):
     """As a motor: the input is a speed."""
     seconds = 8.0
     with new_stage(rigstage, seconds) as stage:
@@ -176,7 +156,7 @@ def plot_utility_1drotator(rigstage, axes):
         axes.legend()
 
 
-def plot_utility_activescaler(rigstage, axes):
+def plot_activescaler(rigstage, axes):
     """A flame that flares up and dies down to its minimum."""
     seconds = 6.0
     with new_stage(rigstage, seconds) as stage:
@@ -195,7 +175,7 @@ def plot_utility_activescaler(rigstage, axes):
         axes.legend()
 
 
-def plot_utility_rectangularplay(rigstage, axes):
+def plot_rectangularplay(rigstage, axes):
     """A slider knocks about between the walls of a carrier that shakes."""
     seconds = 6.0
     carrier = lambda t: 1.2 * math.sin(2.2 * t) if t < 4.0 else 1.2 * math.sin(8.8)
@@ -216,7 +196,7 @@ def plot_utility_rectangularplay(rigstage, axes):
         axes.legend()
 
 
-def plot_utility_sphericalplay(rigstage, axes):
+def plot_sphericalplay(rigstage, axes):
     """The slider of a carrier that circles: its way in the carrier's frame."""
     seconds = 8.0
     carrier = lambda t: (2 * math.cos(1.5 * t), 2 * math.sin(1.5 * t)) if t < 5.0 else carrier(5.0 - 1e-9)
@@ -228,9 +208,12 @@ def plot_utility_sphericalplay(rigstage, axes):
             lambda t: place(*carrier(t), scale=(0.5, 0.5, 0.5)))
         play.node("InnerSlider").set_matrix(place(*carrier(0.0), scale=(0.5, 0.5, 0.5)))
         stage.record(seconds)
-        way = [play.node("InnerSlider").position(t) for t in times]
-        axes.plot([w[0] - carrier(t)[0] for w, t in zip(way, times)],
-                  [w[1] - carrier(t)[1] for w, t in zip(way, times)], marker=".", markersize=3)
+        way = [(x - carrier(t)[0], y - carrier(t)[1])
+               for t in times for x, y, _ in [play.node("InnerSlider").position(t)]]
+        stop = round(5.0 / stage.frame_duration)
+        for part, label in ((way[:stop + 1], "while the carrier circles"), (way[stop:], "from its stop on")):
+            axes.plot([x for x, _ in part], [y for _, y in part], marker=".", markersize=3, label=label)
+        axes.legend(loc=(0.18, 0.64))
         turn = [2 * math.pi * i / 100 for i in range(101)]
         axes.plot([0.5 * math.cos(a) for a in turn], [0.5 * math.sin(a) for a in turn], color="0.7")
         axes.set_aspect("equal")
@@ -238,7 +221,7 @@ def plot_utility_sphericalplay(rigstage, axes):
                  title="Pressed against a sphere, then let go")
 
 
-def plot_utility_angularplay(rigstage, axes):
+def plot_angularplay(rigstage, axes):
     """A clapper hangs behind the bell until the cone takes it along."""
     seconds = 8.0
     heading = lambda t: 75.0 * math.sin(1.2 * t)
@@ -258,7 +241,7 @@ def plot_utility_angularplay(rigstage, axes):
         axes.legend()
 
 
-def plot_utility_distanceruler(rigstage, axes):
+def plot_distanceruler(rigstage, axes):
     """A distance opens a scaler."""
     seconds = 8.0
     apart = lambda t: 2.0 + 2.5 * math.sin(t)
@@ -285,18 +268,20 @@ def plot_utility_distanceruler(rigstage, axes):
 
 
 def measured(stage, ruler, seconds, names):
-    """The outputs of a ruler in each frame."""
+    """Times, and the outputs of a ruler in the frames at them."""
+    times = []
     lines = {name: [] for name in names}
 
-    def note(_):
+    def note(t):
+        times.append(t)
         for name in names:
             lines[name].append(ruler.outputs[name])
 
     stage.record(seconds, before_frame=note)
-    return lines
+    return times[:-1], {name: line[1:] for name, line in lines.items()}  # read a frame later
 
 
-def plot_utility_angleruler(rigstage, axes):
+def plot_angleruler(rigstage, axes):
     """The angle of a hinge, its speed, and the trigger of its end stop."""
     seconds = 6.0
     with new_stage(rigstage, seconds) as stage:
@@ -310,15 +295,16 @@ def plot_utility_angleruler(rigstage, axes):
 
         key(ruler.node("Node2"), times, arm)
         names = ("Angle value", "Angular Velocity", "Maximum Trigger Value")
-        lines = measured(stage, ruler, seconds, names)
+        times, lines = measured(stage, ruler, seconds, names)
         for name in names:
-            axes.plot(times[:len(lines[name]) - 1], lines[name][1:len(times) + 1], label=name)
+            axes.plot(times, lines[name], label=name)
         axes.axhline(2.4, color="0.8", zorder=0)
-        axes.set(xlabel="time [s]", ylabel="[rad], [rad/s]", title="A hinge that swings past 2.4 rad")
-        axes.legend()
+        axes.set(xlabel="time [s]", ylabel="[rad], [rad/s]", title="A hinge that swings past 2.4 rad",
+                 ylim=(-0.1, 3.9))
+        axes.legend(loc="upper center")
 
 
-def plot_utility_scaleruler(rigstage, axes):
+def plot_scaleruler(rigstage, axes):
     """How far a node has grown, axis by axis."""
     seconds = 6.0
     with new_stage(rigstage, seconds) as stage:
@@ -328,12 +314,29 @@ def plot_utility_scaleruler(rigstage, axes):
         times = frame_times(stage, seconds)
         key(ruler.node("ScalingNode"), times, lambda t: place(scale=(1.0, 1.0 + 0.6 * math.sin(t), 1.0)))
         names = ("X Scale Value", "Y Scale Value", "Percentage from Y Min/Max")
-        lines = measured(stage, ruler, seconds, names)
+        times, lines = measured(stage, ruler, seconds, names)
         for name in names:
-            axes.plot(times[:len(lines[name]) - 1], lines[name][1:len(times) + 1], label=name)
+            axes.plot(times, lines[name], label=name)
         axes.set(xlabel="time [s]", ylabel="scale by the reference's",
                  title="Against a reference of half the height")
         axes.legend()
+
+
+def plot_sinusoid(rigstage, axes):
+    """A hand turns the amplitude up."""
+    seconds = 8.0
+    with new_stage(rigstage, seconds) as stage:
+        sinusoid = stage.create("Sinusoid")
+        sinusoid.set("Angular Frequency", 3.0)
+        pad = bind_axes(stage, sinusoid, "Spinner: Amplitude")
+        hand = lambda t: 0.1 * held(t, 2.0, 3.0)
+        stage.record(seconds, before_frame=lambda t: pad.set("Axis", 0, hand(t)))
+        node = sinusoid.node("SinusNode")
+        times = frame_times(stage, seconds)
+        axes.plot(times, [node.position(t)[1] for t in times], label="SinusNode")
+        axes.axvspan(2.0, 3.0, color="0.9", zorder=0, label="a hand on the amplitude")
+        axes.set(xlabel="time [s]", ylabel="y [units]", title="3 rad/s, and a larger swing from 2 s on")
+        axes.legend(loc="lower left")
 
 
 def hilly(x, z):
@@ -354,7 +357,7 @@ def add_terrain(stage, cells=60, size=12.0):
     return stage.add_mesh("Terrain", points, faces)
 
 
-def plot_utility_raycaster(rigstage, axes):
+def plot_raycaster(rigstage, axes):
     """The hit sweeps over hills and leans with them."""
     seconds = 4.0
     with new_stage(rigstage, seconds) as stage:
@@ -375,25 +378,3 @@ def plot_utility_raycaster(rigstage, axes):
         axes.set_aspect("equal")
         axes.set(xlabel="x [units]", ylabel="y [units]", title="A ray from above, and the normals")
         axes.legend()
-
-
-def main():
-    import matplotlib
-    matplotlib.use("Agg")
-    from matplotlib import pyplot
-    import rigstage
-
-    folder = sys.argv[1] if len(sys.argv) > 1 else "."
-    wanted = sys.argv[2:]
-    for name, plot in list(globals().items()):
-        if not name.startswith("plot_") or (wanted and name[5:] not in wanted):
-            continue
-        figure, axes = pyplot.subplots(figsize=(7, 4))
-        plot(rigstage, axes)
-        figure.tight_layout()
-        figure.savefig(f"{folder}/{name[5:]}.png", dpi=80)
-        pyplot.close(figure)
-
-
-if __name__ == "__main__":
-    main()

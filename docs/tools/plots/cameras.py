@@ -1,29 +1,12 @@
 """One picture for each camera tool, of a take that is driven through the Python module.
 
 Each function takes the module `rigstage` and a matplotlib Axes, records a take on a stage of its own and
-plots what the tool does with it. Run as a program it writes one PNG a tool into a folder:
-
-    PYTHONPATH=build/release/python /usr/bin/python3 docs/tools/plots/cameras.py OUTPUT_FOLDER
+plots what the tool does with it. Its name is plot_ and the tool's id in small letters; make_pages.py calls it.
 """
 
-import contextlib
 import math
-import sys
-import tempfile
 
-FPS = 25.0
-
-
-@contextlib.contextmanager
-def new_stage(rigstage, end, fps=FPS):
-    """A stage whose profiles live in a folder that goes with it."""
-    with tempfile.TemporaryDirectory() as profiles, \
-            rigstage.Stage(fps=fps, end=end, user_folder=profiles) as stage:
-        yield stage
-
-
-def frame_times(stage, seconds):
-    return [i * stage.frame_duration for i in range(round(seconds / stage.frame_duration) + 1)]
+from common import frame_times, held, new_stage
 
 
 def pose(x=0.0, y=0.0, z=0.0, yaw=0.0):
@@ -48,10 +31,6 @@ def pad_on(stage, tool, *names):
         bound.bind(pad, "Axis", axis)
         bound.deadzone = 0.0
     return pad
-
-
-def held(t, begin, end):
-    return 1.0 if begin <= t < end else 0.0
 
 
 def step_answer(stage, tool, seconds):
@@ -81,7 +60,7 @@ def plot_motionfiltercam(rigstage, axes):
     draw_steps(rigstage, axes, "MotionFilterCam", ("Tight", "Bouncy", "Smooth Filtering"), 4.0)
 
 
-def plot_steadycam(rigstage, axes):
+def plot_softmotioncam(rigstage, axes):
     draw_steps(rigstage, axes, "SoftMotionCam", ("Start Profile", "FollowCam"), 4.0)
 
 
@@ -101,7 +80,7 @@ def plot_humanizercam(rigstage, axes):
     axes.legend()
 
 
-def plot_horrorcam(rigstage, axes):
+def plot_autozoomcam(rigstage, axes):
     seconds = 6.0
     with new_stage(rigstage, seconds) as stage:
         tool = stage.create("AutoZoomCam")
@@ -121,10 +100,12 @@ def plot_horrorcam(rigstage, axes):
     lens.plot(times, fov, color="C3")
     lens.set_ylabel("field of view [degrees]", color="C3")
     axes.set_title("Forward, then backward: the target keeps its size")
+    axes.set_ylim(1.5, 8.3)  # the legend above the curves
+    lens.set_ylim(30.0, 115.0)
     axes.legend(loc="upper left")
 
 
-def plot_autofocuscam(rigstage, axes):
+def plot_zoomandfocuscam(rigstage, axes):
     seconds = 6.0
     with new_stage(rigstage, seconds) as stage:
         tool = stage.create("ZoomAndFocusCam")
@@ -222,7 +203,7 @@ def plot_spherecam(rigstage, axes):
     axes.set_title("Round the target, then nearer")
 
 
-def plot_utility_lookatcam(rigstage, axes):
+def plot_lookatcam(rigstage, axes):
     seconds = 4.0
     with new_stage(rigstage, seconds) as stage:
         tool = stage.create("LookAtCam")
@@ -244,7 +225,7 @@ def plot_utility_lookatcam(rigstage, axes):
     axes.legend(loc="upper right")
 
 
-def plot_utility_gyro(rigstage, axes):
+def plot_gyro(rigstage, axes):
     seconds = 4.0
     with new_stage(rigstage, seconds) as stage:
         tool = stage.create("Gyro")
@@ -267,23 +248,3 @@ def plot_utility_gyro(rigstage, axes):
     axes.set_ylabel("[degrees]")
     axes.set_title("Yaw only: the heading passes, the rocking does not")
     axes.legend()
-
-
-def main():
-    import matplotlib
-    matplotlib.use("Agg")
-    import matplotlib.pyplot as plt
-    import rigstage
-
-    folder = sys.argv[1] if len(sys.argv) > 1 else "."
-    for name, function in sorted(globals().items()):
-        if not name.startswith("plot_"):
-            continue
-        figure, axes = plt.subplots(figsize=(7, 4.5), layout="constrained")
-        function(rigstage, axes)
-        figure.savefig(f"{folder}/{name[len('plot_'):]}.png", dpi=90)
-        plt.close(figure)
-
-
-if __name__ == "__main__":
-    main()

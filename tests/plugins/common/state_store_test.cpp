@@ -205,6 +205,10 @@ static_assert(!sound(speed("x", {0, 2, 1}), speed("x", {0, 2, 1})), "twice in on
 static_assert(!sound(speed("x", {0, 2, 1}), I::group("A"), speed("y", {0, 2, 1}), I::end(),
                      speed("x", {0, 2, 1})),
               "twice in one group, another between them");
+static_assert(!sound(I::group("A"), I::end(), speed("x", {0, 2, 1}), I::group("A"), I::end()),
+              "two groups of one label side by side");
+static_assert(sound(I::group("A"), I::group("A"), I::end(), I::end(), speed("A", {0, 2, 1})),
+              "one in the other, and an item beside them");
 static_assert(!sound(speed("x", {2, 3, 1})), "default below the bounds");
 static_assert(!sound(speed("x", {0, 2, 0})), "no step");
 static_assert(!sound(I::group("A")), "never ends");
