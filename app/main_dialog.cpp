@@ -235,9 +235,8 @@ void MainDlg::handleButton(int from)
     for (std::size_t i = 0; i < kCategories; ++i) {
         if (from != kCategoryRows[i].button)
             continue;
-        core::Tool* const tool = current_[i].empty()
-                                     ? nullptr
-                                     : core::LibraryManager::instance().findTool(current_[i]);
+        core::Tool* const tool =
+            current_[i].empty() ? nullptr : core::LibraryManager::instance().findTool(current_[i]);
         if (tool)
             create(*tool);
         else

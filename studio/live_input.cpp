@@ -81,11 +81,16 @@ bool LiveInput::key(QEvent* event)
     const bool isDown = event->type() == QEvent::KeyPress;
     if (stroke.isAutoRepeat())
         return swallowed_.contains(code);
-    isDown ? (void)down_.insert(code) : (void)down_.remove(code);
+    // A release means what its press did, whichever of the two keys goes first.
+    const unsigned held = modifiersOf(stroke.modifiers());
+    const unsigned modifiers = isDown ? held : down_.value(code, held);
+    if (isDown)
+        down_.insert(code, held);
+    else
+        down_.remove(code);
     if (keyboard_)
         keyboard_->keyEvent(code, isDown);
-    const bool taken =
-        keyHook().isActive() && keyHook().event(code, isDown, modifiersOf(stroke.modifiers()));
+    const bool taken = keyHook().isActive() && keyHook().event(code, isDown, modifiers);
     if (isDown && taken)
         swallowed_.insert(code);
     else if (!isDown && swallowed_.remove(code))

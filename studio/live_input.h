@@ -5,6 +5,7 @@
 #include "unidevice/driver/tablet_device.h"
 #include "unidevice/keyboard_device.h"
 
+#include <QHash>
 #include <QObject>
 #include <QSet>
 #include <QTimer>
@@ -31,9 +32,9 @@ private:
     unidevice::KeyboardDevice* keyboard_;       ///< the core's own
     unidevice::TabletDevice* tablet_ = nullptr; ///< from the first pen on
     std::unique_ptr<unidevice::SdlJoysticks> sticks_;
-    QTimer look_;         ///< for sticks that come and go
-    QSet<int> down_;      ///< codes of held keys
-    QSet<int> swallowed_; ///< of those, the ones that a run took
+    QTimer look_;               ///< for sticks that come and go
+    QHash<int, unsigned> down_; ///< codes of held keys, and the modifiers that they came with
+    QSet<int> swallowed_;       ///< of those, the ones that a run took
 };
 
 } // namespace tvw::rgs::studio

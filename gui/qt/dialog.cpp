@@ -226,6 +226,7 @@ void Dialog::keyPressEvent(QKeyEvent* event)
 {
     // Qt closes any dialog by Escape; a window that the user works in would go by accident.
     const bool wouldClose = event->key() == Qt::Key_Escape && !modal_;
+    heldUndoKey_ = isUndoKey(*event) ? event->key() : 0;
     if (wouldClose)
         takeKey(*this, *event, message::keyPressed, false);
     else
@@ -234,7 +235,9 @@ void Dialog::keyPressEvent(QKeyEvent* event)
 
 void Dialog::keyReleaseEvent(QKeyEvent* event)
 {
-    if (isUndoKey(*event)) {
+    // Whoever lets Ctrl go first means the same.
+    if (isUndoKey(*event) || (heldUndoKey_ != 0 && event->key() == heldUndoKey_)) {
+        heldUndoKey_ = 0;
         notify(event->key() == Qt::Key_Z ? message::undoKey : message::redoKey);
         event->accept();
     }

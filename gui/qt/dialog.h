@@ -41,6 +41,7 @@ private:
 
     QByteArray geometry_; ///< empty until it has been hidden once
     bool waits_ = false;  ///< exec is running
+    int heldUndoKey_ = 0; ///< Ctrl+Z or Ctrl+Y that went down here; 0: none
     bool closed_ = false; ///< while exec is running: it has been closed
 };
 

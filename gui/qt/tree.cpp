@@ -5,6 +5,7 @@
 #include "gui/qt/popup_menu.h"
 #include "gui/qt/tree_header.h"
 
+#include <QDropEvent>
 #include <QHeaderView>
 #include <QMouseEvent>
 
@@ -263,6 +264,20 @@ void Tree::beginRename(Node* node)
 }
 
 // What the user does.
+
+/// What was dragged stays selected, and is seen where it went.
+void Tree::dropEvent(QDropEvent* event)
+{
+    Node* const dragged = event->source() == this ? selected() : nullptr;
+    QTreeView::dropEvent(event);
+    const QModelIndex place =
+        dragged && nodes_->find(dragged) ? nodes_->indexOf(dragged) : QModelIndex();
+    if (!place.isValid())
+        return;
+    for (QModelIndex above = place.parent(); above.isValid(); above = above.parent())
+        expand(above);
+    select(dragged);
+}
 
 void Tree::tellSelection(const QItemSelection& selection, void (Node::*told)())
 {

@@ -36,6 +36,7 @@ protected:
                           const QItemSelection& deselected) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void build() override;
 
 private:

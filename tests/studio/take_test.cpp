@@ -127,6 +127,19 @@ TEST_F(TakeTest, KeysThatAreHeldWhenTheFocusGoesAreLetGo)
     EXPECT_TRUE(core().isRunning());
 }
 
+TEST_F(TakeTest, CtrlZThrowsATakeAwayAndBeginsAnother)
+{
+    openDemo();
+    startTake();
+    letRun(500);
+    EXPECT_GT(keysOf(body()).size(), 5U);
+    press("ctrl+z");
+    ASSERT_TRUE(core().isRunning()) << "the next take begins with its countdown";
+    EXPECT_LE(keysOf(body()).size(), 1U) << "but for the new take's start";
+    press("Escape");
+    EXPECT_TRUE(waitFor([&] { return !core().isRunning(); }));
+}
+
 TEST_F(TakeTest, AsksBeforeWorkIsLost)
 {
     openDemo();
