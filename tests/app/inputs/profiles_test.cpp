@@ -129,7 +129,7 @@ TEST_F(InputProfiles, refuseWhatCantBe)
          "The specified profile is considered read-only and cannot be overwritten."},
         {"Factory Settings", "Rename Profile", "Cannot rename this profile."},
         {"Factory Settings", "Delete Profile",
-         "The profile comes with the program and cannot be deleted."},
+         "The profile Factory Settings belongs to the program and cannot be deleted."},
         {"Example: Pad", "Rename Profile", "Cannot rename example profiles."},
         {"Example: Pad", "Save Profile", "The profile could not be saved"},
     };
