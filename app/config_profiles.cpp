@@ -107,6 +107,24 @@ bool ConfigProfiles::differsFrom(const Element& profile)
     return false;
 }
 
+void ConfigProfiles::deleted(const std::string&, const std::string& neighbour)
+{
+    if (const Element wanted = store().profile(neighbour); !wanted.isEmpty())
+        load(wanted);
+}
+
+const ProfileTexts& ConfigProfiles::texts() const
+{
+    static constexpr ProfileTexts kTexts{
+        .filter = "Tarvo Config Profiles (*.tvc)",
+        .newTitle = "New profile...",
+        .saveAsTitle = "Save profile as...",
+        .importRefused = "The profile already exists and cannot be overwritten.",
+        .importFailed = "The profile could not be imported. ",
+    };
+    return kTexts;
+}
+
 Element ConfigProfiles::fileOf(const Element& profile)
 {
     util::xml::Tag file("configprofiles");

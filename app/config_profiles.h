@@ -24,8 +24,9 @@ public:
     std::string current() override;
     void setCurrent(const std::string& name) override;
     bool differsFrom(const util::xml::Element& profile) override;
+    void deleted(const std::string& name, const std::string& neighbour) override; ///< loads that
     util::xml::Element fileOf(const util::xml::Element& profile) override;
-    const char* filter() const override { return "Tarvo Config Profiles (*.tvc)"; }
+    const ProfileTexts& texts() const override;
 
 private:
     core::Instance& tool_;

@@ -199,23 +199,6 @@ void InputConfigDlg::handle(gui::Component& component, Message& message)
 
 void InputConfigDlg::press(int id)
 {
-    struct Action
-    {
-        int id;
-        void (InputConfigDlg::*run)();
-    };
-    constexpr Action kActions[] = {
-        {input::profiles, &InputConfigDlg::load},
-        {input::load, &InputConfigDlg::load},
-        {input::save, &InputConfigDlg::save},
-        {input::importProfile, &InputConfigDlg::importFile},
-        {input::exportProfile, &InputConfigDlg::exportFile},
-        {input::remove, &InputConfigDlg::remove},
-        {input::rename, &InputConfigDlg::rename},
-        {input::saveAs, &InputConfigDlg::saveAs},
-        {input::makeNew, &InputConfigDlg::makeNew},
-        {input::saveAsStart, &InputConfigDlg::saveAsStart},
-    };
     if (id == input::clearAll) {
         for (const auto& panel : panels_)
             panel->clear();
@@ -223,10 +206,7 @@ void InputConfigDlg::press(int id)
         return;
     }
     ++questions_;
-    for (const Action& action : kActions) {
-        if (action.id == id)
-            (this->*action.run)();
-    }
+    pressOfProfiles(id);
     --questions_;
 }
 

@@ -4,11 +4,8 @@
 #include "app/window_base.h"
 #include "unidevice/device_hub.h"
 #include "util/dynamicobject.h"
-#include "util/xml/element.h"
 
-#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -61,24 +58,8 @@ private:
     void lock(bool isLocked);
     void say(const std::string& text); ///< in the status line
 
-    // Profiles.
     [[nodiscard]] unidevice::InputProfileManager& profiles() const;
-    [[nodiscard]] std::string selected() const; ///< empty, and the user is told: none
-    [[nodiscard]] std::optional<std::string>
-    askName(const std::string& title, const std::string& prompt, const std::string& suggestion);
-    void load();
-    void apply(const util::xml::Element& profile);
-    void save();
-    void saveAs();
-    void makeNew();
-    void rename();
-    void remove();
-    void importFile();
-    bool importProfile(util::xml::Element profile, const std::string& fallback);
-    void exportFile();
-    void saveAsStart();
-    bool store(const std::string& name);
-    void profileIsNow(const std::string& name);
+    void pressOfProfiles(int id);
 
     core::Instance* instance_; ///< null: it has gone
     core::Tool* tool_;

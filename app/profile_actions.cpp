@@ -64,31 +64,36 @@ bool ProfileActions::store(const Element& profile)
 
 void ProfileActions::createNew()
 {
-    const auto name = askName("New profile...", "Select a new name");
+    const auto name = askName(subject_.texts().newTitle, "Select a new name");
     if (!name)
         return;
     const Element before = subject_.present(subject_.current());
     const Element factory = subject_.store().profile(core::kFactorySettings);
     subject_.load(factory);
-    if (store(subject_.present(*name)))
-        subject_.setCurrent(*name);
-    else if (subject_.isThere())
+    if (!saveUnder(*name) && subject_.isThere())
         subject_.load(before);
 }
 
-void ProfileActions::save(const std::string& name)
+bool ProfileActions::saveUnder(const std::string& name)
+{
+    if (!store(subject_.present(name)))
+        return false;
+    subject_.setCurrent(name);
+    return true;
+}
+
+bool ProfileActions::save(const std::string& name)
 {
     if (name.empty())
         tell(kNothingChosen);
-    else if (store(subject_.present(name)))
-        subject_.setCurrent(name);
+    return !name.empty() && saveUnder(name);
 }
 
-void ProfileActions::saveAs()
+bool ProfileActions::saveAs()
 {
-    const auto name = askName("Save profile as...", "Select a new name", subject_.current());
-    if (name && store(subject_.present(*name)))
-        subject_.setCurrent(*name);
+    const auto name =
+        askName(subject_.texts().saveAsTitle, "Select a new name", subject_.current());
+    return name && saveUnder(*name);
 }
 
 bool ProfileActions::saveAsStartup()
@@ -137,13 +142,14 @@ void ProfileActions::remove(const std::string& name)
     if (outcome != XMLFileManager::done)
         return tell("The profile " + name + " could not be deleted.", "Rigstage - Error");
     profiles.rescan(); // a shipped one that the user's had replaced comes back
-    if (const Element wanted = profiles.profile(next); !wanted.isEmpty())
-        subject_.load(wanted);
+    subject_.deleted(name, next);
 }
 
 void ProfileActions::select(const std::string& name)
 {
     XMLFileManager& profiles = subject_.store();
+    if (name.empty())
+        return tell(kNothingChosen);
     const std::string current = subject_.current();
     const Element& stored = profiles.profile(current);
     if (!stored.isEmpty() && subject_.differsFrom(stored) &&
@@ -161,13 +167,13 @@ void ProfileActions::select(const std::string& name)
 
 void ProfileActions::importFile()
 {
-    const std::string path =
-        CoreImplementation::instance().windows().chooseFile("Import Profile", subject_.filter());
-    if (path.empty())
+    const std::string path = CoreImplementation::instance().windows().chooseFile(
+        "Import Profile", subject_.texts().filter);
+    if (path.empty() || !subject_.isThere())
         return;
     const std::vector<Element> found = subject_.store().loadFromFile(path);
     if (found.empty())
-        tell("The profile could not be imported. ");
+        tell(subject_.texts().importFailed);
     const QFileInfo file(QString::fromStdString(path));
     for (const Element& profile : found) {
         if (!importProfile(profile, file.completeBaseName().toStdString()))
@@ -195,26 +201,29 @@ bool ProfileActions::importProfile(Element profile, const std::string& fallback)
     }
     const int outcome = profiles.store(profile, kToFile, kForced);
     if (outcome == XMLFileManager::refused)
-        tell("The profile already exists and cannot be overwritten.");
+        tell(subject_.texts().importRefused);
     else if (outcome != XMLFileManager::done)
-        tell("The profile could not be imported. ");
+        tell(subject_.texts().importFailed);
     return outcome != XMLFileManager::failed;
 }
 
-void ProfileActions::exportFile()
+std::string ProfileActions::exportFile()
 {
-    QFileDialog dialog(parent_, "Export Profile", {}, subject_.filter());
+    QFileDialog dialog(parent_, "Export Profile", {}, subject_.texts().filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QString::fromStdString(subject_.store().pattern().substr(2)));
     dialog.selectFile(QString::fromStdString(subject_.current()));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty() ||
         !subject_.isThere())
-        return;
+        return {};
     const QFileInfo file(dialog.selectedFiles().constFirst());
-    const Element profile = subject_.present(file.completeBaseName().toStdString());
-    if (!subject_.fileOf(profile).save(file.filePath().toStdString()))
-        tell("The profile could not be saved", "Rigstage - Error");
+    const std::string path = file.filePath().toStdString();
+    const Element profile = subject_.present(asProfileName(file.completeBaseName().toStdString()));
+    const Status written = subject_.fileOf(profile).save(path);
+    if (!written)
+        tellStored(XMLFileManager::failed);
     subject_.store().rescan();
+    return written ? path : std::string();
 }
 
 } // namespace tvw::rgs::app

@@ -11,6 +11,16 @@ class QWidget;
 
 namespace tvw::rgs::app {
 
+/// What differs in wording between the kinds of profile.
+struct ProfileTexts
+{
+    const char* filter; ///< of the file dialogs
+    const char* newTitle;
+    const char* saveAsTitle;
+    const char* importRefused;
+    const char* importFailed;
+};
+
 /// The tool's side: its present values, and where its profiles are.
 class ProfileSubject
 {
@@ -25,16 +35,18 @@ public:
     virtual void load(const util::xml::Element& profile) = 0; ///< its name becomes the current one
     virtual std::string current() = 0;
     virtual void setCurrent(const std::string& name) = 0;
-    /// Whether a value is another than in the profile. What the profile does not hold does not
-    /// count.
-    virtual bool differsFrom(const util::xml::Element& profile) = 0;
+    /// Whether a value is another than in the profile, and that is worth a question before another
+    /// profile is loaded. What the profile does not hold does not count.
+    virtual bool differsFrom(const util::xml::Element&) { return false; }
+    /// A profile has been deleted; neighbour: the one behind it, or ahead of it for the last.
+    virtual void deleted(const std::string& name, const std::string& neighbour) = 0;
     virtual util::xml::Element fileOf(const util::xml::Element& profile) = 0; ///< with nothing else
-    virtual const char* filter() const = 0; ///< of the file dialogs
+    virtual const ProfileTexts& texts() const = 0;
 };
 
 /// Each action asks and says what it must in boxes above the parent. What fails or is given up
 /// leaves values, names and files as they were. `name`: the profile that is chosen in the window,
-/// empty: none. Whoever shows names reads them anew afterwards.
+/// empty: none. Whoever shows names reads them anew afterwards. A bool: whether it was done.
 class ProfileActions
 {
 public:
@@ -42,13 +54,13 @@ public:
     ProfileActions(ProfileSubject& subject, QWidget* parent) : subject_(subject), parent_(parent) {}
 
     void createNew(); ///< from the factory settings
-    void save(const std::string& name);
-    void saveAs();
+    bool save(const std::string& name);
+    bool saveAs();
     void rename(const std::string& name);
-    void remove(const std::string& name); ///< and loads its neighbour
+    void remove(const std::string& name);
     void importFile();
-    void exportFile();
-    [[nodiscard]] bool saveAsStartup();
+    std::string exportFile(); ///< the file that was written, or empty
+    bool saveAsStartup();
     /// Loads a profile; asks first whether changes are to be saved under the current name.
     void select(const std::string& name);
 
@@ -58,6 +70,7 @@ private:
                                        const std::string& suggestion = {});
     [[nodiscard]] bool ask(const std::string& text, const std::string& title);
     [[nodiscard]] bool store(const util::xml::Element& profile);
+    bool saveUnder(const std::string& name);
     [[nodiscard]] bool importProfile(util::xml::Element profile, const std::string& fallback);
 
     ProfileSubject& subject_;

@@ -74,13 +74,4 @@ bool tellStored(int outcome)
     return outcome == XMLFileManager::done;
 }
 
-bool tellImported(int outcome)
-{
-    if (outcome == XMLFileManager::refused)
-        tell("The specified profile already exists and cannot be overwritten.");
-    else if (outcome == XMLFileManager::failed)
-        tell("The profile could not be imported.");
-    return outcome == XMLFileManager::done;
-}
-
 } // namespace tvw::rgs::app

@@ -29,6 +29,5 @@ askProfileName(QWidget* parent, const unidevice::XMLFileManager& profiles, const
 
 /// Says why a profile was not stored. Whether it was. outcome: of XMLFileManager::store.
 bool tellStored(int outcome);
-bool tellImported(int outcome); ///< of a file that the user chose
 
 } // namespace tvw::rgs::app

@@ -1,6 +1,8 @@
 #include "app/tool_tree.h"
 
 #include "core/adaptor.h"
+#include "core/instance_manager.h"
+#include "core/instance_reference.h"
 #include "core/paths.h"
 
 #include <algorithm>
@@ -57,7 +59,7 @@ ToolTreeNode* ToolTreeNode::nodeOf(const core::TreeItem& item)
 
 void ToolTreeNode::childGiven(Node* child, std::size_t index)
 {
-    item_->attach(&toolNode(child)->item(), static_cast<int>(index));
+    core::InstanceManager::move(*referenceOf(child), *referenceOf(this), static_cast<int>(index));
 }
 
 void ToolTreeNode::setState(int column, int state, bool recursive)

@@ -69,14 +69,12 @@ Json inputsOf(Instance& tool)
     return inputs;
 }
 
-Json toolOf(Instance& tool)
+Json toolOf(Session& session, Instance& tool)
 {
     const std::string parent = core::parentToolName(tool.reference());
     Json take = nullptr;
-    double first = 0.0;
-    double last = 0.0;
-    if (tool.recordedInputs().extent(first, last))
-        take = {{"start", first}, {"end", last}};
+    if (const auto extent = stage::takeExtent(session, tool))
+        take = {{"start", extent->start}, {"end", extent->end}};
     return {{"name", tool.name()},
             {"type", tool.type()->name()},
             {"parent", parent.empty() ? Json(nullptr) : Json(parent)},
@@ -98,7 +96,7 @@ Json describe(Session& session, const std::string& file)
     if (const auto extent = stage::takeExtent(session))
         out["take"] = {{"start", extent->start}, {"end", extent->end}};
     for (Instance* const tool : session.core().instances().collect(false))
-        out["tools"].push_back(toolOf(*tool));
+        out["tools"].push_back(toolOf(session, *tool));
     session.stage().forEachNode(
         [&](const StageNode& node) { out["nodes"].push_back(nodeOf(session, node)); });
     return out;

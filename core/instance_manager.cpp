@@ -160,6 +160,17 @@ InstanceReference* InstanceManager::findSaved(const std::string& name) const
     return found ? found : find(name);
 }
 
+void InstanceManager::move(InstanceReference& entry, InstanceReference& parent, int index)
+{
+    const bool stays = entry.parentReference() == &parent && entry.indexInParent() == index;
+    if (stays || parent.isWithin(&entry))
+        return;
+    const UndoScope undo("Move tool");
+    adaptor()->pushUndo(new InstanceReferenceMove(entry, parent, index));
+    entry.detach();
+    parent.attach(&entry, index);
+}
+
 void InstanceManager::deleteReference(InstanceReference* reference, bool deleteNodes)
 {
     if (!reference->isAlive())

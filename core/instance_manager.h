@@ -46,6 +46,10 @@ public:
     /// its own first.
     InstanceReference* findSaved(const std::string& name) const;
 
+    /// Moves an entry with all below it to a place among the other children of a parent, in undo
+    /// "Move tool". Below itself: nothing.
+    static void move(InstanceReference& entry, InstanceReference& parent, int index);
+
     /// Deletes an entry and all below it, in undo "Delete Tarvo Tool"; of the root only what is
     /// below.
     static void deleteReference(InstanceReference* reference, bool deleteNodes);

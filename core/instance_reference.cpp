@@ -41,8 +41,12 @@ InstanceReference::InstanceReference(Instance* instance) : instance_(instance)
         adaptor()->pushUndo(new InstanceReferenceCreateRestore(this));
 }
 
+/// A whole scene that goes takes its tools along with no word from the user: while a tool is whole
+/// its windows close, a question that one of them asks must find the tool gone.
 InstanceReference::~InstanceReference()
 {
+    if (std::exchange(alive_, false))
+        instance_->leaveTree();
     *watch_ = nullptr;
     detach();
     while (!childItems().empty())

@@ -52,6 +52,34 @@ void InstancePresence::putIn()
                          index_);
 }
 
+InstanceReferenceMove::InstanceReferenceMove(InstanceReference& entry, InstanceReference& parent,
+                                             int index)
+    : entry_(entry.watch()), before_{watchOn(entry.parentReference()), entry.indexInParent()},
+      after_{parent.watch(), index}
+{
+}
+
+void InstanceReferenceMove::restore(bool)
+{
+    go(before_);
+}
+
+void InstanceReferenceMove::redo()
+{
+    go(after_);
+}
+
+void InstanceReferenceMove::go(const Place& place)
+{
+    InstanceReference* const entry = *entry_;
+    InstanceReference* const parent = *place.parent;
+    if (!entry || !entry->isAlive() || !parent)
+        return;
+    entry->detach();
+    parent->attach(entry, place.index);
+    CoreImplementation::instance().windows().refreshTree();
+}
+
 InstanceReferenceRename::InstanceReferenceRename(const InstanceReference& entry, std::string before,
                                                  std::string after)
     : entry_(entry.watch()), before_(std::move(before)), after_(std::move(after))

@@ -1,4 +1,4 @@
-/// Undo of making, deleting and renaming tools.
+/// Undo of making, deleting, moving and renaming tools.
 #pragma once
 
 #include "core/contract/undo.h"
@@ -59,6 +59,27 @@ public:
     }
     void restore(bool) override { putIn(); }
     void redo() override { takeOut(true); }
+};
+
+class InstanceReferenceMove final : public CUndo
+{
+public:
+    /// Made before the move; a place counts the children of the parent without the entry.
+    InstanceReferenceMove(InstanceReference& entry, InstanceReference& parent, int index);
+    void restore(bool isUndo) override;
+    void redo() override;
+
+private:
+    struct Place
+    {
+        std::shared_ptr<InstanceReference*> parent; ///< null inside once it has ended
+        int index;
+    };
+    void go(const Place& place);
+
+    std::shared_ptr<InstanceReference*> entry_; ///< null inside once it has ended
+    Place before_;
+    Place after_;
 };
 
 /// Each way goes through the unique naming again, since another tool may have taken the name.

@@ -2,6 +2,8 @@
 
 #include "unidevice/device_hub.h"
 
+#include <utility>
+
 namespace tvw::rgs::core {
 
 using unidevice::Control;
@@ -60,13 +62,19 @@ Control* InstanceVirtualDevice::addOutput(const std::string& name, std::int32_t 
     outputs_.push_back(std::make_unique<VirtualControl>(this, name, id, kind));
     if (!registered_) {
         registered_ = true;
-        enterHub();
+        if (!left_)
+            enterHub();
     }
     return outputs_.back().get();
 }
 
 void InstanceVirtualDevice::leaveHub()
 {
+    if (unidevice::Driver* const polling = driver()) {
+        polledPlace_ = polling->deviceIndex(this);
+        polling->removeDevice(this);
+        left_ = polling;
+    }
     if (!hub())
         return;
     place_ = DeviceHub::instance().deviceIndex(this);
@@ -75,6 +83,8 @@ void InstanceVirtualDevice::leaveHub()
 
 void InstanceVirtualDevice::enterHub()
 {
+    if (unidevice::Driver* const polling = std::exchange(left_, nullptr))
+        polling->addDeviceAt(this, polledPlace_);
     if (registered_ && !hub())
         DeviceHub::instance().addDevice(this, place_);
 }

@@ -28,7 +28,8 @@ public:
     unidevice::Control* detectControl(const unidevice::ExcludeList* exclude) override;
     void resetControls() override;
 
-    /// Takes the device out of the hub and notes its place; puts it back there if it ever was listed.
+    /// Takes the device out of the hub and its driver, so that nothing polls or detects it, and notes
+    /// its places; puts it back there, in the hub if it ever was listed.
     void leaveHub();
     void enterHub();
 
@@ -38,6 +39,8 @@ protected:
 private:
     bool registered_ = false;
     int place_ = -1; ///< in the hub's list; -1 until first listed
+    unidevice::Driver* left_ = nullptr; ///< the driver to come back to; null: not away
+    int polledPlace_ = -1;              ///< in that driver's list
     std::vector<std::unique_ptr<VirtualControl>> outputs_;
 };
 

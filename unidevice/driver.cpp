@@ -72,6 +72,19 @@ Device* Driver::deviceAt(int index) const
     return inRange ? devices_[static_cast<std::size_t>(index)] : nullptr;
 }
 
+int Driver::deviceIndex(const Device* device) const
+{
+    const auto place = std::find(devices_.begin(), devices_.end(), device);
+    return place == devices_.end() ? -1 : static_cast<int>(place - devices_.begin());
+}
+
+void Driver::addDeviceAt(Device* device, int index)
+{
+    addDevice(device);
+    if (index >= 0 && index < deviceCount())
+        std::rotate(devices_.begin() + index, devices_.end() - 1, devices_.end());
+}
+
 int Driver::deviceCount() const
 {
     return static_cast<int>(devices_.size());

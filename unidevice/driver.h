@@ -28,6 +28,10 @@ public:
 
     const std::string& name() const { return name_; }
 
+    int deviceIndex(const Device* device) const; ///< -1 when absent
+    /// Adds it at a place in the order of polling; -1 or past the end means the end.
+    void addDeviceAt(Device* device, int index);
+
 protected:
     /// What the devices are given as their window.
     virtual void* window() const { return nullptr; }

@@ -138,6 +138,7 @@ Status Session::open(const SessionOptions& options)
     stage_.hooks.showError = [this](const std::string& text, const std::string& title) {
         say({title, text});
     };
+    hasOwnClock_ = options.clock == nullptr;
     core_ = core::startCore({.adaptor = &stage_,
                              .clock = options.clock ? options.clock : &virtualClock_,
                              .windows = options.windows ? options.windows : quietWindows_.get(),
@@ -228,6 +229,9 @@ Status Session::record(const Take& take)
 {
     if (!std::isfinite(take.seconds) || take.seconds < 0.0)
         return Status::failure("the length of a take must be a number of seconds, 0 or more");
+    if (!hasOwnClock_)
+        return Status::failure("a take at machine speed needs the session's own clock, and this session "
+                               "runs by another");
     core::RecordManager& records = core().records();
     if (records.isRunning())
         return Status::failure("a run is on");

@@ -89,7 +89,8 @@ public:
         Progress progress{};
     };
     /// A take at machine speed: real start-up, countdown, run loop and stop. The stage stands at the
-    /// last frame afterwards. The reason when a run is on, or the length is no number or below 0.
+    /// last frame afterwards. The reason when a run is on, when the length is no number or below 0, or
+    /// when the options brought a clock: machine speed needs the session's own.
     Status record(const Take& take);
 
     /// A whole second pass. The reason when a run is on.
@@ -138,6 +139,7 @@ private:
     std::unique_ptr<QuietWindows> quietWindows_;
     std::vector<Message> messages_;
     core::CoreInterface* core_ = nullptr;
+    bool hasOwnClock_ = true;
     std::string scenePath_;
     std::unique_ptr<Journal> journal_; ///< null: takes are not journalled
 };

@@ -9,16 +9,46 @@
 
 namespace tvw::rgs::stage {
 
+namespace {
+
+void widen(std::optional<TakeExtent>& all, const TakeExtent& by)
+{
+    all = all ? TakeExtent{std::min(all->start, by.start), std::max(all->end, by.end)} : by;
+}
+
+/// A take lays a key at its start and at each frame: one key alone is none.
+template <class T>
+void widen(std::optional<TakeExtent>& all, const KeyTrack<T>& keys)
+{
+    if (keys.size() > 1)
+        widen(all, {toSeconds(keys.key(0).time), toSeconds(keys.lastTime())});
+}
+
+} // namespace
+
+std::optional<TakeExtent> takeExtent(Session& session, core::Instance& tool)
+{
+    TakeExtent recorded;
+    if (tool.recordedInputs().extent(recorded.start, recorded.end))
+        return recorded;
+    std::optional<TakeExtent> keyed;
+    if (tool.properties().count() > 0)
+        return keyed;
+    session.stage().forEachNode([&](const StageNode& node) {
+        if (session.stage().ownerOf(node) != &tool)
+            return;
+        widen(keyed, node.poseKeys());
+        widen(keyed, node.fovKeys());
+    });
+    return keyed;
+}
+
 std::optional<TakeExtent> takeExtent(Session& session)
 {
     std::optional<TakeExtent> all;
-    for (const core::Instance* const instance : session.core().instances().collect(true)) {
-        TakeExtent one;
-        if (!instance->recordedInputs().extent(one.start, one.end))
-            continue;
-        if (all)
-            one = {std::min(all->start, one.start), std::max(all->end, one.end)};
-        all = one;
+    for (core::Instance* const tool : session.core().instances().collect(true)) {
+        if (const auto one = takeExtent(session, *tool))
+            widen(all, *one);
     }
     return all;
 }
@@ -140,7 +170,7 @@ Result<TakeComparison> verifyTake(Session& session, const Progress& progress)
     const std::optional<TakeExtent> extent = takeExtent(session);
     if (!extent)
         return Answer::failure(
-            "the scene has no take: no tool that takes part in a run has recorded input");
+            "the scene has no take: no tool that takes part in a run has recorded input or keys");
     Stage& stage = session.stage();
     std::vector<NodeKeys> taken;
     stage.forEachNode([&](const StageNode& node) { taken.push_back(keysOf(node)); });

@@ -16,7 +16,11 @@ struct TakeExtent
     double end = 0.0;   ///< time of the last frame [s]
 };
 
-/// Over all tools that take part in a run; nothing when none has recorded input.
+/// That of one tool's recorded input; of a tool without inputs, which leaves nothing else of a take,
+/// that of its nodes' keys. Nothing when it has no take.
+std::optional<TakeExtent> takeExtent(Session& session, core::Instance& tool);
+
+/// Over all tools that take part in a run.
 std::optional<TakeExtent> takeExtent(Session& session);
 
 /// Where a resimulation first leaves the take: by time, at one time by the order of the nodes.

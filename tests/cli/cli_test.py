@@ -106,6 +106,17 @@ class CliTest(unittest.TestCase):
         self.ok("record", scene, "--seconds", 1, "-o", "c.glb")
         self.assertEqual((self.folder / "c.glb").read_bytes(), again, "the same command, other bytes")
 
+    def test_a_take_of_a_tool_without_inputs_has_a_range(self):
+        self.ok("new", "--fps", 25, "--end", 4, "-o", "empty.glb")
+        for tool in ("LookAtCam", "Gyro", "AngularPlay", "RayCaster"):
+            with self.subTest(tool):
+                self.ok("add", "empty.glb", "--type", tool, "-o", "scene.glb")
+                self.refused(1, ["no take"], "verify", "scene.glb")
+                self.ok("record", "scene.glb", "--seconds", 1, "--start", 1, "-o", "take.glb")
+                self.assertEqual(self.json("info", "take.glb")["take"], {"start": 1.0, "end": 2.0})
+                self.assertTrue(self.json("verify", "take.glb")["identical"])
+                self.ok("resimulate", "take.glb", "-o", "again.glb")
+
     def test_resimulating_with_another_item_changes_the_take(self):
         take = self.take("Wave/1")  # a name with a slash
         self.ok("resimulate", take, "--set", "Wave/1/Sinus Values/Amplitude=3", "-o", "other.glb")

@@ -302,6 +302,30 @@ TEST_F(ToolTree, AttachCountsThePlaceBeforeTheMove)
     EXPECT_THAT(tree(), ElementsAre("B", "B/C", "A", "D")) << "no entry goes below itself";
 }
 
+TEST_F(ToolTree, AMoveCountsTheOthersAndIsOneStep)
+{
+    InstanceReference& root = session->root();
+    InstanceReference& a = make("A");
+    InstanceReference& b = make("B");
+    make("C");
+    const std::size_t steps = undo().undoNames().size();
+    InstanceManager::move(a, root, 1);
+    EXPECT_THAT(tree(), ElementsAre("B", "A", "C"));
+    InstanceManager::move(b, a, 0);
+    EXPECT_THAT(tree(), ElementsAre("A", "A/B", "C"));
+    InstanceManager::move(a, b, 0);    // below itself
+    InstanceManager::move(a, root, 0); // where it stands
+    ASSERT_EQ(undo().undoNames().size(), steps + 2);
+    EXPECT_EQ(undo().undoNames().back(), "Move tool");
+    scene().hostUndo();
+    EXPECT_THAT(tree(), ElementsAre("B", "A", "C"));
+    scene().hostUndo();
+    EXPECT_THAT(tree(), ElementsAre("A", "B", "C"));
+    scene().hostRedo();
+    scene().hostRedo();
+    EXPECT_THAT(tree(), ElementsAre("A", "A/B", "C"));
+}
+
 TEST_F(ToolTree, CloneTakesTheSubtreeAndWhatTheUserLinkedToIt)
 {
     InstanceReference& set = make("Set", nullptr, "Group");
@@ -353,10 +377,17 @@ TEST_F(ToolTree, AnOutputDrivesAnotherToolAndIsFoundAgainAfterUndo)
     drive(*session, 0.4);
     EXPECT_GT(push->value(), 0.0);
 
+    const unidevice::Driver& driver = *car.instance().driver();
+    const int place = driver.deviceIndex(&car.instance());
+    const int count = driver.deviceCount();
     remove(car);
     EXPECT_EQ(push->control(), nullptr);
     EXPECT_EQ(push->value(), 0.0);
+    EXPECT_EQ(driver.deviceCount(), count - 1) << "nobody polls or detects what is deleted";
+    EXPECT_EQ(driver.deviceIndex(&car.instance()), -1);
     scene().hostUndo();
+    EXPECT_EQ(driver.deviceIndex(&car.instance()), place);
+    EXPECT_EQ(driver.deviceCount(), count);
     EXPECT_EQ(push->control(), travel);
 
     push->bind(nullptr);

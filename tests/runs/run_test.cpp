@@ -130,6 +130,20 @@ TEST_F(RunTest, RefusesASecondRunAndBadLengths)
     EXPECT_EQ(refused, 10);
 }
 
+TEST_F(RunTest, RefusesATakeByAClockThatItDoesNotDrive)
+{
+    core::VirtualClock another;
+    auto started = stage::Session::start({.isolated = true, .clock = &another});
+    ASSERT_TRUE(started) << started.reason();
+    session = *std::move(started);
+    create("Sinusoid");
+    const Status refused = session->record({.seconds = 0.2});
+    ASSERT_FALSE(refused);
+    EXPECT_NE(refused.reason().find("clock"), std::string::npos) << refused.reason();
+    EXPECT_FALSE(session->core().isRunning());
+    session.reset(); // before its clock
+}
+
 TEST_F(RunTest, WhatAScriptThrowsEndsTheRunAndPassesOn)
 {
     open();

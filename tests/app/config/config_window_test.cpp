@@ -275,6 +275,20 @@ TEST_F(Config, aToolCanEndWhileItIsShown)
     window->open(nullptr);
     QApplication::processEvents();
     EXPECT_EQ(top()->windowTitle().toStdString(), "Configuration for Rigstage");
+
+    for (const bool withQuestion : {false, true}) {
+        open("Sinusoid");
+        if (withQuestion) {
+            QTimer::singleShot(0, [&] { session->clear(); });
+            names = {"Late"};
+            press(111);
+            EXPECT_TRUE(windows.said.empty()) << windows.said.front();
+        } else {
+            session->core().deleteAllInstances();
+        }
+        EXPECT_FALSE(window->isShown());
+        QApplication::processEvents();
+    }
 }
 
 /// A tool that declares its items anew gets a new panel; the old one's components are dead until

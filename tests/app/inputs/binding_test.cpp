@@ -4,6 +4,8 @@
 
 #include <QProgressBar>
 
+#include <functional>
+
 namespace tvw::rgs::app {
 
 namespace {
@@ -280,15 +282,16 @@ TEST_F(Bindings, aDeviceThatGoesWhileItIsDetectedIsNotBound)
 
 TEST_F(Bindings, theToolMayGoWhileItIsShown)
 {
-    for (const char* const button : {"Detect", "Advanced"}) {
-        for (const bool withScene : {false, true}) {
+    const auto deleted = [&] { core::InstanceManager::deleteReference(tool->reference(), true); };
+    const auto cleared = [&] { session->clear(); };
+    const auto allDeleted = [&] { session->core().deleteAllInstances(); };
+    for (const char* const button : {"", "Detect", "Advanced"}) {
+        for (const auto& end : std::vector<std::function<void()>>{deleted, cleared, allDeleted}) {
             tool = &(*session->create("Tiny"))->instance();
             open();
-            press(panel("Push"), button);
-            if (withScene)
-                session->clear();
-            else
-                core::InstanceManager::deleteReference(tool->reference(), true);
+            if (*button)
+                press(panel("Push"), button);
+            end();
             EXPECT_EQ(window(), nullptr);
             EXPECT_FALSE(hasDialog());
             pad->set("Axis", 0, 1.0);

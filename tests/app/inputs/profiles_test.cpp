@@ -129,7 +129,7 @@ TEST_F(InputProfiles, refuseWhatCantBe)
          "The specified profile is considered read-only and cannot be overwritten."},
         {"Factory Settings", "Rename Profile", "Cannot rename this profile."},
         {"Factory Settings", "Delete Profile",
-         "The profile comes with the program and cannot be deleted."},
+         "The profile Factory Settings belongs to the program and cannot be deleted."},
         {"Example: Pad", "Rename Profile", "Cannot rename example profiles."},
         {"Example: Pad", "Save Profile", "The profile could not be saved"},
     };
@@ -222,14 +222,27 @@ TEST_F(InputProfiles, areExported)
 /// The prompt is on the stack: what belongs to the window must stand until it returns.
 TEST_F(InputProfiles, theToolMayGoWhileANameIsAskedFor)
 {
-    QTimer::singleShot(0, [&] {
-        core::InstanceManager::deleteReference(tool->reference(), true);
+    core::Tool& type = *tool->type();
+    for (const bool withScene : {false, true}) {
+        if (withScene) {
+            tool = &(*session->create("Tiny"))->instance();
+            open();
+        }
+        QTimer::singleShot(0, [&] {
+            if (withScene)
+                session->clear();
+            else
+                core::InstanceManager::deleteReference(tool->reference(), true);
+            pass();
+            auto* const prompt = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+            prompt->setTextValue("Late");
+            prompt->accept();
+        });
+        press(*window(), "Save Profile As...");
         pass();
-        qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept();
-    });
-    press(*window(), "Save Profile As...");
-    pass();
-    EXPECT_EQ(window(), nullptr);
+        EXPECT_EQ(window(), nullptr);
+        EXPECT_THAT(type.inputProfiles().names(), Not(Contains("Late")));
+    }
 }
 
 } // namespace
