@@ -114,8 +114,10 @@ void InputConfigDlg::refresh()
 
 void InputConfigDlg::showTitle()
 {
-    root()->setLabel("Inputs for " + instance_->name() + " (Tarvo " + tool_->getDisplayName() +
-                     ")");
+    const std::string maker = "Tarvo ";
+    const std::string tool = tool_->getDisplayName();
+    root()->setLabel("Inputs for " + instance_->name() + " (" +
+                     (tool.starts_with(maker) ? tool : maker + tool) + ")");
 }
 
 void InputConfigDlg::showProfiles()
