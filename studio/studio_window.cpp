@@ -203,6 +203,7 @@ void StudioWindow::newScene()
 {
     if (!mayLeave())
         return;
+    recovered_.reset(); // left without saving: it is offered again
     session_.clear();
     sceneReplaced({});
     view_->frameSelection();
@@ -210,6 +211,7 @@ void StudioWindow::newScene()
 
 void StudioWindow::newDemo()
 {
+    recovered_.reset();
     session_.clear();
     if (const Status built = demo::build(session_); !built)
         complain(built.reason());
@@ -227,6 +229,7 @@ bool StudioWindow::openFile(const QString& path)
             forget(whole);
         return false;
     }
+    recovered_.reset();
     sceneReplaced(whole);
     remember(whole);
     view_->frameSelection();
@@ -247,6 +250,11 @@ bool StudioWindow::saveTo(const QString& path)
     }
     session_.setScenePath(path.toStdString());
     noteSaved();
+    if (recovered_) { // the file has it now
+        if (const Status gone = stage::discardLostTake(*recovered_); !gone)
+            complain(gone.reason());
+        recovered_.reset();
+    }
     remember(path);
     showTitle();
     return true;
@@ -279,15 +287,22 @@ void StudioWindow::offerLostTakes()
     for (const stage::LostTake& take : session_.lostTakes()) {
         const QString when =
             QLocale().toString(QDateTime::fromSecsSinceEpoch(take.writtenAt), QLocale::ShortFormat);
-        const auto answer =
-            QMessageBox::question(this, kProductName,
-                                  QString("A take of %1 s was cut off (%2). Bring it back?")
-                                      .arg(take.end, 0, 'f', 1)
-                                      .arg(when));
+        const auto answer = QMessageBox::question(
+            this, kProductName,
+            QString("A take of %1 s was cut off (%2). Bring it back?")
+                .arg(take.end, 0, 'f', 1)
+                .arg(when),
+            QMessageBox::Yes | QMessageBox::No | QMessageBox::Discard, QMessageBox::Yes);
+        if (answer == QMessageBox::Discard) {
+            if (const Status gone = stage::discardLostTake(take); !gone)
+                complain(gone.reason());
+        }
         if (answer != QMessageBox::Yes)
             continue;
         if (const Status done = session_.recover(take); !done)
             complain(done.reason());
+        else
+            recovered_ = take;
         const QString path = QString::fromStdString(session_.scenePath());
         sceneReplaced(path);
         changedBesides_ = true; // only here so far

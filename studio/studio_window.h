@@ -1,6 +1,7 @@
 /// The studio: view, time line, outliner and properties round one session.
 #pragma once
 
+#include "adaptor/stage/lost_takes.h"
 #include "adaptor/stage/session.h"
 #include "core/record_manager.h"
 
@@ -9,6 +10,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 class QComboBox;
 class QHBoxLayout;
@@ -124,6 +126,7 @@ private:
     QTimer refreshTimer_;
     QElapsedTimer playClock_;
     double playFrom_ = 0.0;
+    std::optional<stage::LostTake> recovered_; ///< the scene holds it, and no file does yet
     std::uint64_t savedState_ = 0;
     std::string savedTools_;
     bool changedBesides_ = false; ///< in a way that no undo takes back
