@@ -3,12 +3,14 @@
 #include "app/about.h"
 #include "app/config_window.h"
 #include "app/countdown_dialog.h"
+#include "app/help_window.h"
 #include "app/input_windows.h"
 #include "app/main_dialog.h"
 #include "app/preferences.h"
 #include "app/resimulate_window.h"
 #include "app/updates.h"
 #include "core/core_implementation.h"
+#include "core/documentation.h"
 #include "core/library_manager.h"
 #include "core/log.h"
 #include "core/tool.h"
@@ -57,6 +59,7 @@ void AppWindows::detach()
     if (CoreImplementation::exists())
         CoreImplementation::instance().records().setView(nullptr);
     countdown_.reset();
+    help_.reset();
     main_.reset();
     resimulation_.reset();
     updates_.reset();
@@ -197,21 +200,26 @@ void AppWindows::closeWindowsOf(core::Instance* instance)
     inputs_->closeOf(*instance);
 }
 
-/// A tool's page that lies with the program; without one, or without a tool, its introduction.
+/// A tool's page, or the guide; where no documentation lies with the program, the introduction.
 void AppWindows::openHelp(const std::string& pluginName)
 {
     const core::Tool* const tool =
         pluginName.empty() ? nullptr : core::LibraryManager::instance().findTool(pluginName);
-    const QString page = tool ? QString::fromStdString(tool->getHelpPath()) : QString();
-    if (!page.isEmpty() && QFileInfo::exists(page))
-        QDesktopServices::openUrl(QUrl::fromLocalFile(page));
-    else
+    const std::string page = tool ? tool->getHelpPath() : core::findPage("guide.md");
+    if (page.ends_with(".md")) {
+        if (!help_)
+            help_ = std::make_unique<HelpWindow>();
+        help_->open(page);
+    } else if (!page.empty() && QFileInfo::exists(QString::fromStdString(page))) {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(page)));
+    } else {
         messageBox(
             nullptr,
             tool ? tool->getDescription()
                  : std::string("The documentation lies in the folder \"docs\" beside the program."),
             tool ? tool->getDisplayName() : std::string("Help"),
             core::box::ok | core::box::information, true);
+    }
 }
 
 std::string AppWindows::chooseFile(const std::string& title, const std::string& filter)

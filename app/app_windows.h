@@ -14,6 +14,7 @@ namespace tvw::rgs::app {
 class AboutRGS;
 class ConfigWindow;
 class CountdownDialog;
+class HelpWindow;
 class InputWindows;
 class MainDlg;
 class PreferencesWindow;
@@ -74,6 +75,7 @@ private:
     std::unique_ptr<AboutRGS> about_;
     std::unique_ptr<UpdateWindow> updates_;
     std::unique_ptr<ResimulateWindow> resimulation_;
+    std::unique_ptr<HelpWindow> help_;
     std::unique_ptr<CountdownDialog> countdown_;
     bool checkedForUpdates_ = false;
 };

@@ -39,6 +39,10 @@ struct CategoryRow
 constexpr CategoryRow kCategoryRows[kCategories] = {
     {id::vehicles, "veh"}, {id::cameras, "cam"}, {id::accessories, "acc"}, {id::templates, "prm"}};
 
+/// What makes or ends tools: not under a run, which steps those that it began with.
+constexpr int kIdleOnly[] = {id::vehicles, id::cameras, id::accessories, id::templates, id::group,
+                             id::clone,    id::unplug,  id::unplugAll,   id::remove};
+
 core::InstanceManager& instances()
 {
     return CoreImplementation::instance().instances();
@@ -152,6 +156,11 @@ void MainDlg::refreshRunState()
         button->setChecked(core.isRunning() && !core.isResimulating());
     if (auto* const button = as<ci::Button>(id::resimulate))
         button->setChecked(core.isResimulating());
+    for (const int place : kIdleOnly) {
+        gui::Component* const button = find(place);
+        if (button && button->widget())
+            button->widget()->setEnabled(!core.isRunning());
+    }
     if (auto* const spinner = as<ci::Spinner>(id::slowMotion);
         spinner && spinner->value() != core.getTimeScale())
         spinner->setValue(core.getTimeScale());

@@ -97,8 +97,13 @@ void MainDlg::grayMenuItems()
     if (!bar)
         return;
     const bool gray = !selected() || isRootSelected();
-    for (const int item : {id::itemConfigure, id::itemInputs, id::itemDelete, id::itemClone})
+    const bool runs = CoreImplementation::instance().isRunning();
+    for (const int item : {id::itemConfigure, id::itemInputs})
         bar->setItemGrayed(item, gray);
+    for (const int item : {id::itemDelete, id::itemClone})
+        bar->setItemGrayed(item, gray || runs);
+    for (const int item : {id::itemBrowse, id::itemSave, id::itemUnplugAll})
+        bar->setItemGrayed(item, runs);
 }
 
 void MainDlg::handleMenu(int item)
@@ -162,7 +167,7 @@ bool MainDlg::handleToolItem(int item)
         item - (help ? id::itemFirstHelp : id::itemFirstTool));
     if (tool && help)
         CoreImplementation::instance().windows().openHelp(tool->name());
-    else if (tool)
+    else if (tool && !CoreImplementation::instance().isRunning())
         create(*tool);
     return true;
 }

@@ -1,6 +1,7 @@
 #include "core/plugin_tool.h"
 
 #include "core/contract/codes.h"
+#include "core/documentation.h"
 #include "core/instance.h"
 #include "core/instance_reference.h"
 #include "core/paths.h"
@@ -62,8 +63,28 @@ std::string Plugin::getUserFolder() const
 
 std::string Plugin::getDataPath() const { return joinPath(getPath("data"), "/" + getDataFolder()); }
 
+namespace {
+
+/// A page's name is the id in small letters, without what no file name likes.
+std::string pageOf(const std::string& id)
+{
+    std::string page;
+    for (const char c : id) {
+        if ((c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || c == '_')
+            page += c;
+        else if (c >= 'A' && c <= 'Z')
+            page += static_cast<char>(c - 'A' + 'a');
+    }
+    return page + ".md";
+}
+
+} // namespace
+
+/// A library of others brings a page named by its data folder; ours lie together.
 std::string Plugin::getHelpPath() const
 {
+    if (const std::string page = findPage("tools/" + pageOf(factory_->getId())); !page.empty())
+        return page;
     std::string page = getDataFolder();
     std::replace(page.begin(), page.end(), '/', '_');
     std::replace(page.begin(), page.end(), '\\', '_');

@@ -38,6 +38,7 @@ LiveInput::LiveInput()
       sticks_(std::make_unique<unidevice::SdlJoysticks>())
 {
     qApp->installEventFilter(this);
+    core::CoreImplementation::instance().records().addObserver(this);
     connect(qApp, &QGuiApplication::applicationStateChanged, this,
             [this](Qt::ApplicationState state) {
                 if (state != Qt::ApplicationActive)
@@ -47,7 +48,10 @@ LiveInput::LiveInput()
     look_.start(kLookInterval);
 }
 
-LiveInput::~LiveInput() = default;
+LiveInput::~LiveInput()
+{
+    core::CoreImplementation::instance().records().removeObserver(this);
+}
 
 bool LiveInput::eventFilter(QObject* object, QEvent* event)
 {
@@ -104,6 +108,13 @@ void LiveInput::releaseKeys()
     swallowed_.clear();
     if (keyboard_)
         keyboard_->releaseAll();
+}
+
+/// A device that a run takes begins with all keys up; what the hand holds already counts.
+void LiveInput::runStarted(double, const std::vector<core::Instance*>&)
+{
+    for (auto held = down_.cbegin(); keyboard_ && held != down_.cend(); ++held)
+        keyboard_->keyEvent(held.key(), true);
 }
 
 void LiveInput::pen(QEvent* event)

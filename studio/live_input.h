@@ -1,6 +1,7 @@
 /// The hands: keys, pens and sticks of this machine, as devices of the hub.
 #pragma once
 
+#include "core/record_manager.h"
 #include "unidevice/driver/sdl_joysticks.h"
 #include "unidevice/driver/tablet_device.h"
 #include "unidevice/keyboard_device.h"
@@ -16,7 +17,7 @@ namespace tvw::rgs::studio {
 
 /// Hears every key and pen of the program, whichever widget has the focus. Made when the core's hub
 /// stands; ends before it. The devices belong to the hub.
-class LiveInput final : public QObject
+class LiveInput final : public QObject, private core::RunObserver
 {
 public:
     LiveInput();
@@ -28,6 +29,7 @@ private:
     bool key(QEvent* event);
     void pen(QEvent* event);
     void releaseKeys();
+    void runStarted(double start, const std::vector<core::Instance*>&) override;
 
     unidevice::KeyboardDevice* keyboard_;       ///< the core's own
     unidevice::TabletDevice* tablet_ = nullptr; ///< from the first pen on

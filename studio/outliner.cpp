@@ -4,6 +4,7 @@
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <QStyle>
 
 namespace tvw::rgs::studio {
@@ -22,6 +23,15 @@ std::uint64_t mixed(std::uint64_t hash, std::uint64_t value)
 {
     hash ^= value + 0x9E3779B97F4A7C15ULL + (hash << 6) + (hash >> 2);
     return hash;
+}
+
+/// An item above it is selected too, and takes it along.
+bool goesWithAnother(const QTreeWidgetItem& item)
+{
+    const QTreeWidgetItem* above = item.parent();
+    while (above && !above->isSelected())
+        above = above->parent();
+    return above != nullptr;
 }
 
 /// An undo bracket of the user's own.
@@ -68,8 +78,6 @@ std::uint64_t Outliner::structure() const
     session_.stage().forEachNode([&](stage::StageNode& node) {
         hash = mixed(hash, reinterpret_cast<std::uintptr_t>(&node));
         hash = mixed(hash, reinterpret_cast<std::uintptr_t>(node.parent()));
-        hash = mixed(hash, std::hash<std::string>{}(node.name()));
-        hash = mixed(hash, node.state().visible ? 2 : 1);
     });
     return hash;
 }
@@ -83,7 +91,22 @@ void Outliner::refresh()
         shown_ = now;
         rebuild();
     }
+    showStates();
     showSelection();
+}
+
+void Outliner::showStates()
+{
+    filling_ = true;
+    for (const auto& [node, item] : items_) {
+        const QString name = QString::fromStdString(node->name());
+        if (item->text(kName) != name)
+            item->setText(kName, name);
+        const Qt::CheckState check = node->state().visible ? Qt::Checked : Qt::Unchecked;
+        if (item->checkState(kShown) != check)
+            item->setCheckState(kShown, check);
+    }
+    filling_ = false;
 }
 
 void Outliner::rebuild()
@@ -94,14 +117,20 @@ void Outliner::rebuild()
         if (item->isExpanded())
             open.push_back(node);
     }
+    stage::StageNode* const current = currentItem() ? &nodeOf(*currentItem()) : nullptr;
+    const int scrolled = verticalScrollBar()->value();
     clear();
     items_.clear();
+    selected_.clear();
     for (stage::StageNode* const node : session_.stage().topLevel())
         addBelow(invisibleRootItem(), *node);
     for (stage::StageNode* const node : open) {
         if (const auto found = items_.find(node); found != items_.end())
             found->second->setExpanded(true);
     }
+    if (const auto found = items_.find(current); found != items_.end())
+        setCurrentItem(found->second, kName, QItemSelectionModel::NoUpdate);
+    verticalScrollBar()->setValue(scrolled);
     filling_ = false;
 }
 
@@ -122,9 +151,21 @@ void Outliner::addBelow(QTreeWidgetItem* parent, stage::StageNode& node)
 
 void Outliner::showSelection()
 {
+    std::vector<stage::StageNode*> now = session_.stage().selection();
+    if (now == selected_)
+        return;
     filling_ = true;
-    for (const auto& [node, item] : items_)
-        item->setSelected(node->state().selected);
+    QItemSelection all;
+    for (stage::StageNode* const node : now) {
+        if (const auto found = items_.find(node); found != items_.end()) {
+            const QModelIndex first = indexFromItem(found->second, kName);
+            all.select(first, first.siblingAtColumn(kShown));
+        }
+    }
+    selectionModel()->select(all, QItemSelectionModel::ClearAndSelect);
+    if (now.size() == 1 && !hasFocus() && items_.contains(now.front()))
+        scrollToItem(items_.at(now.front())); // chosen in the view
+    selected_ = std::move(now);
     filling_ = false;
 }
 
@@ -135,7 +176,8 @@ void Outliner::takeSelection()
     stage::Stage& scene = session_.stage();
     scene.clearSelection();
     for (QTreeWidgetItem* const item : selectedItems())
-        scene.select(nodeOf(*item), true);
+        nodeOf(*item).setSelected(true);
+    selected_ = scene.selection();
     tell();
 }
 
@@ -152,6 +194,7 @@ void Outliner::edited(QTreeWidgetItem* item, int column)
         const Bracket bracket(session_.stage(), "Rename");
         node.rename(name);
     }
+    showStates(); // the scene may have made another name of it, or kept the old one
     tell();
 }
 
@@ -164,8 +207,10 @@ void Outliner::dropEvent(QDropEvent* event)
                                                           : nullptr;
     {
         const Bracket bracket(session_.stage(), "Link");
-        for (QTreeWidgetItem* const item : selectedItems())
-            nodeOf(*item).setParent(parent);
+        for (QTreeWidgetItem* const item : selectedItems()) {
+            if (!goesWithAnother(*item)) // nor can it be linked below itself: that does nothing
+                nodeOf(*item).setParent(parent);
+        }
     }
     event->setDropAction(Qt::IgnoreAction); // the scene tells how the tree is now
     event->accept();

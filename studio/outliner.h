@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <unordered_map>
+#include <vector>
 
 namespace tvw::rgs::studio {
 
@@ -26,6 +27,7 @@ protected:
 private:
     void rebuild();
     void addBelow(QTreeWidgetItem* parent, stage::StageNode& node);
+    void showStates(); ///< names and visibility, in place
     void showSelection();
     void takeSelection();
     void edited(QTreeWidgetItem* item, int column);
@@ -37,6 +39,7 @@ private:
     std::unordered_map<stage::StageNode*, QTreeWidgetItem*> items_;
     std::uint64_t shown_ = 0;
     std::uint64_t version_ = 0;
+    std::vector<stage::StageNode*> selected_; ///< as shown last
     bool filling_ = false;
 };
 

@@ -1,11 +1,15 @@
 #include "studio/properties.h"
 
+#include "core/core_implementation.h"
+#include "studio/undo_keys.h"
+
 #include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QTableWidget>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -27,6 +31,7 @@ QDoubleSpinBox* makeBox(double least, double most, double step, const QString& u
     box->setKeyboardTracking(false);
     box->setButtonSymbols(QAbstractSpinBox::NoButtons);
     box->setMinimumWidth(64);
+    letUndoPass(*box);
     // Its hint is as wide as the widest number in its range.
     box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     return box;
@@ -44,6 +49,23 @@ Matrix4 about(int axis, double degrees)
     out.at(a, b) = -s;
     out.at(b, b) = c;
     return out;
+}
+
+/// A mirrored pose counts as one whose first axis is turned about.
+Vector3d signedScaleOf(const Matrix4& pose)
+{
+    Vector3d size = scaleOf(pose);
+    if (dot(cross(pose.axis(0), pose.axis(1)), pose.axis(2)) < 0.0)
+        size[0] = -size[0];
+    return size;
+}
+
+Matrix4 turnOf(const Matrix4& pose)
+{
+    Matrix4 turn = orthonormalise(pose);
+    if (signedScaleOf(pose)[0] < 0.0)
+        turn.setAxis(0, turn.axis(0) * -1.0);
+    return turn;
 }
 
 } // namespace
@@ -70,37 +92,40 @@ Properties::Properties(stage::Session& session) : session_(session)
     auto* const form = new QFormLayout(this);
     title_ = new QLabel;
     form->addRow(title_);
-    place_ = addBoxes(*form, "Position", -kFar, 0.1, " m");
-    turn_ = addBoxes(*form, "Rotation", -36000.0, 1.0, "\u00b0");
-    scale_ = addBoxes(*form, "Scale", -kFar, 0.1, "");
+    place_ = addBoxes(*form, "Position", Part::Place, 0.1, " m");
+    turn_ = addBoxes(*form, "Rotation", Part::Turn, 1.0, "\u00b0");
+    scale_ = addBoxes(*form, "Scale", Part::Scale, 0.1, "");
     fov_ = makeBox(0.01, 179.99, 1.0, "\u00b0");
     distance_ = makeBox(0.0, kFar, 0.1, " m");
     form->addRow("Field of view", fov_);
     form->addRow("Target distance", distance_);
     for (QDoubleSpinBox* const box : {fov_, distance_})
         connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
-                [this] { write(); });
+                [this, isFov = box == fov_] { writeLens(isFov); });
     table_ = new QTableWidget(0, 2);
     table_->setHorizontalHeaderLabels({"Property", "Text"});
     table_->horizontalHeader()->setStretchLastSection(true);
     table_->verticalHeader()->hide();
     table_->setToolTip("User properties: texts under keys, saved with the scene and exported.");
-    connect(table_, &QTableWidget::cellChanged, this, [this](int row) { writeTable(row); });
+    connect(table_, &QTableWidget::cellChanged, this,
+            [this](int row, int column) { writeTable(row, column); });
     form->addRow(table_);
     refresh();
 }
 
-Properties::Boxes Properties::addBoxes(QFormLayout& form, const QString& label, double least,
+Properties::Boxes Properties::addBoxes(QFormLayout& form, const QString& label, Part part,
                                        double step, const QString& unit)
 {
     Boxes out{};
+    int axis = 0;
     auto* const row = new QHBoxLayout;
     row->setSpacing(3);
     for (QDoubleSpinBox*& box : out) {
-        box = makeBox(least, kFar, step, unit);
+        box = makeBox(-kFar, kFar, step, unit);
         row->addWidget(box);
         connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
-                [this] { write(); });
+                [this, part, axis] { writePose(part, axis); });
+        ++axis;
     }
     form.addRow(label, row);
     return out;
@@ -114,24 +139,20 @@ stage::StageNode* Properties::node() const
 
 void Properties::refresh()
 {
-    if (isAncestorOf(focusWidget()) && focusWidget()->hasFocus() &&
-        qobject_cast<QTableWidget*>(focusWidget()))
-        return; // someone types
     filling_ = true;
     stage::StageNode* const shown = node();
-    setEnabled(shown != nullptr);
+    setEnabled(shown != nullptr && !session_.core().isRunning());
     const std::size_t count = session_.stage().selection().size();
     title_->setText(shown ? "<b>" + QString::fromStdString(shown->name()).toHtmlEscaped() + "</b>"
                     : count == 0 ? QString("Nothing selected")
                                  : QString("%1 nodes selected").arg(count));
-    table_->setRowCount(0);
     fov_->setEnabled(shown && shown->hasLens());
     distance_->setEnabled(shown && shown->hasLens());
     if (shown) {
         const double time = session_.stage().getTime();
         const Matrix4 local = shown->local(time);
-        const Vector3d size = scaleOf(local);
-        const std::array<double, 3> angles = anglesOf(orthonormalise(local));
+        const Vector3d size = signedScaleOf(local);
+        const std::array<double, 3> angles = anglesOf(turnOf(local));
         for (int i = 0; i < 3; ++i) {
             const auto at = static_cast<std::size_t>(i);
             place_[at]->setValue(translationOf(local)[i]);
@@ -140,51 +161,122 @@ void Properties::refresh()
         }
         fov_->setValue(shown->hasLens() ? shown->fov(time) : 0.0);
         distance_->setValue(shown->hasLens() ? shown->targetDistance(time) : 0.0);
-        table_->setRowCount(static_cast<int>(shown->state().properties.size()) + 1);
-        int row = 0;
-        for (const auto& [key, text] : shown->state().properties) {
-            table_->setItem(row, 0, new QTableWidgetItem(QString::fromStdString(key)));
-            table_->setItem(row++, 1, new QTableWidgetItem(QString::fromStdString(text)));
-        }
     }
+    showTable(shown);
     filling_ = false;
 }
 
-void Properties::write()
+/// The rows that are right stay: someone may be typing in one. Behind them is one for a new key.
+void Properties::showTable(const stage::StageNode* shown)
+{
+    const int rows = shown ? static_cast<int>(shown->state().properties.size()) + 1 : 0;
+    if (table_->rowCount() != rows)
+        table_->setRowCount(rows);
+    const auto show = [this](int row, int column, const std::string& text) {
+        QTableWidgetItem* const present = table_->item(row, column);
+        if (!present)
+            table_->setItem(row, column, new QTableWidgetItem(QString::fromStdString(text)));
+        else if (present->text().toStdString() != text)
+            present->setText(QString::fromStdString(text));
+        table_->item(row, column)->setData(Qt::UserRole, QString::fromStdString(text));
+    };
+    if (!shown)
+        return;
+    int row = 0;
+    for (const auto& [key, text] : shown->state().properties) {
+        show(row, 0, key);
+        show(row++, 1, text);
+    }
+    // A key that was typed there waits for its text, as long as its node is the one shown.
+    const QTableWidgetItem* const typed = table_->item(row, 0);
+    const bool waits = typed && typed->text() != typed->data(Qt::UserRole).toString() &&
+                       waiting_ == shown &&
+                       !shown->state().properties.contains(typed->text().trimmed().toStdString());
+    waiting_ = waits ? shown : nullptr;
+    if (!waits) {
+        show(row, 0, {});
+        show(row, 1, {});
+    }
+}
+
+/// The parts that were not touched stay as they are, to the last bit: a box shows three decimals.
+void Properties::writePose(Part part, int axis)
 {
     stage::StageNode* const changedNode = filling_ ? nullptr : node();
     if (!changedNode)
         return;
     stage::Stage& scene = session_.stage();
     const double time = scene.getTime();
-    Matrix4 pose = rotationOf({turn_[0]->value(), turn_[1]->value(), turn_[2]->value()});
-    pose = scaled(pose, {scale_[0]->value(), scale_[1]->value(), scale_[2]->value()});
-    setTranslation(pose, {place_[0]->value(), place_[1]->value(), place_[2]->value()});
+    const auto at = static_cast<std::size_t>(axis);
+    Matrix4 pose = changedNode->local(time);
+    const Vector3d place = translationOf(pose);
+    const Vector3d size = signedScaleOf(pose);
+    if (part == Part::Place) {
+        Vector3d moved = place;
+        moved[axis] = place_[at]->value();
+        setTranslation(pose, moved);
+    } else if (part == Part::Scale) {
+        constexpr double kLeast = 0.001; // an axis without length has lost its direction
+        const double wanted = scale_[at]->value();
+        const double length = std::abs(wanted) < kLeast ? kLeast : wanted;
+        pose.setAxis(axis, pose.axis(axis) * (length / size[axis]));
+    } else {
+        std::array<double, 3> angles = anglesOf(turnOf(pose));
+        angles[at] = turn_[at]->value();
+        pose = scaled(rotationOf(angles), size);
+        setTranslation(pose, place);
+    }
     scene.beginUndo("Transform");
     changedNode->setLocal(pose, time, changedNode->poseKeys().size() != 0 || scene.keyMode());
-    if (changedNode->hasLens()) {
-        changedNode->setFov(fov_->value(), time, changedNode->fovKeys().size() != 0);
-        changedNode->setTargetDistance(distance_->value(), time,
-                                       changedNode->targetDistanceKeys().size() != 0);
-    }
     scene.endUndo();
     if (changed)
         changed();
 }
 
-void Properties::writeTable(int row)
+void Properties::writeLens(bool isFov)
 {
-    stage::StageNode* const changedNode = filling_ ? nullptr : node();
-    const QTableWidgetItem* const key = table_->item(row, 0);
-    if (!changedNode || !key || key->text().trimmed().isEmpty())
+    stage::StageNode* const camera = filling_ ? nullptr : node();
+    if (!camera || !camera->hasLens())
         return;
-    const QTableWidgetItem* const text = table_->item(row, 1);
-    session_.stage().beginUndo("User property");
-    changedNode->setProperty(key->text().trimmed().toStdString(),
-                             text ? text->text().toStdString() : std::string());
-    session_.stage().endUndo();
+    stage::Stage& scene = session_.stage();
+    const double time = scene.getTime();
+    scene.beginUndo("Lens");
+    if (isFov)
+        camera->setFov(fov_->value(), time, camera->fovKeys().size() != 0 || scene.keyMode());
+    else
+        camera->setTargetDistance(distance_->value(), time,
+                                  camera->targetDistanceKeys().size() != 0 || scene.keyMode());
+    scene.endUndo();
     if (changed)
         changed();
+}
+
+/// Another key takes its text along; without a key, or without a text, the property goes.
+void Properties::writeTable(int row, int column)
+{
+    stage::StageNode* const changedNode = filling_ ? nullptr : node();
+    if (!changedNode)
+        return;
+    const auto textAt = [&](int where, int role) {
+        const QTableWidgetItem* const item = table_->item(row, where);
+        return item ? item->data(role).toString().trimmed().toStdString() : std::string();
+    };
+    const std::string before = textAt(0, Qt::UserRole);
+    const std::string key = textAt(0, Qt::DisplayRole);
+    const std::string text = textAt(1, Qt::DisplayRole);
+    if (before.empty() && text.empty())
+        waiting_ = changedNode;
+    session_.stage().beginUndo("User property");
+    if (column == 0 && !before.empty() && before != key)
+        changedNode->setProperty(before, {});
+    if (!key.empty())
+        changedNode->setProperty(key, text);
+    session_.stage().endUndo();
+    // The table is filled anew when its editor has let go of the cell.
+    QTimer::singleShot(0, this, [this] {
+        if (changed)
+            changed();
+    });
 }
 
 } // namespace tvw::rgs::studio

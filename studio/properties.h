@@ -27,10 +27,14 @@ public:
 private:
     using Boxes = std::array<QDoubleSpinBox*, 3>;
 
-    Boxes addBoxes(QFormLayout& form, const QString& label, double least, double step,
+    enum class Part { Place, Turn, Scale };
+
+    Boxes addBoxes(QFormLayout& form, const QString& label, Part part, double step,
                    const QString& unit);
-    void write(); ///< the pose and lens of the boxes, with a key where the node has keys
-    void writeTable(int row);
+    void writePose(Part part, int axis); ///< one box; with a key where the node has keys
+    void writeLens(bool isFov);
+    void writeTable(int row, int column);
+    void showTable(const stage::StageNode* shown);
     [[nodiscard]] stage::StageNode* node() const; ///< the one selected; null: none or several
 
     stage::Session& session_;
@@ -39,6 +43,7 @@ private:
     QDoubleSpinBox* fov_;
     QDoubleSpinBox* distance_;
     QTableWidget* table_;
+    const stage::StageNode* waiting_ = nullptr; ///< for the text of a key that was typed
     bool filling_ = false;
 };
 

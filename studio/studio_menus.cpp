@@ -8,6 +8,7 @@
 #include "studio/properties.h"
 #include "studio/studio_window.h"
 #include "studio/timeline.h"
+#include "studio/undo_keys.h"
 #include "studio/view_widget.h"
 #include "view/playblast.h"
 
@@ -34,6 +35,19 @@ namespace tvw::rgs::studio {
 
 namespace {
 
+/// A name without an ending gets one, and an existing file of that name is asked about all the
+/// same.
+QString chooseOutput(QWidget* parent, const char* title, const QString& start, const char* filter,
+                     const char* ending)
+{
+    QFileDialog dialog(parent, title, start, filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(ending);
+    if (!start.isEmpty())
+        dialog.selectFile(start);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
 constexpr const char* kScenes = "Scenes (*.glb);;All files (*)";
 
 core::CoreImplementation& core()
@@ -50,6 +64,7 @@ void StudioWindow::buildMenus()
     buildViewMenu();
     buildPlayMenu();
     QMenu* const help = menuBar()->addMenu("&Help");
+    help->addAction("Guide", this, [this] { windows_.openHelp(""); });
     help->addAction(
         "First take", this, [this] { showHelp(); }, QKeySequence::HelpContents);
     help->addAction(
@@ -70,14 +85,14 @@ void StudioWindow::buildFileMenu()
     recent_ = menu->addMenu("Open &recent");
     fillRecent();
     menu->addSeparator();
-    menu->addAction(
-        "&Save", this, [this] { save(); }, QKeySequence::Save);
-    menu->addAction(
-        "Save &as...", this, [this] { saveAs(); }, QKeySequence::SaveAs);
+    idleOnly_ = {menu->addAction(
+                     "&Save", this, [this] { save(); }, QKeySequence::Save),
+                 menu->addAction(
+                     "Save &as...", this, [this] { saveAs(); }, QKeySequence::SaveAs)};
     menu->addSeparator();
-    menu->addAction("&Import...", this, [this] { importFile(); });
-    menu->addAction("&Export animation...", this, [this] { exportFile(); });
-    menu->addAction("&Playblast...", this, [this] { playblast(); });
+    idleOnly_.push_back(menu->addAction("&Import...", this, [this] { importFile(); }));
+    idleOnly_.push_back(menu->addAction("&Export animation...", this, [this] { exportFile(); }));
+    idleOnly_.push_back(menu->addAction("&Playblast...", this, [this] { playblast(); }));
     menu->addSeparator();
     menu->addAction(
         "&Quit", this, [this] { close(); }, QKeySequence::Quit);
@@ -91,23 +106,22 @@ void StudioWindow::buildEditMenu()
     redo_ = menu->addAction("Redo", this, [this] { redo(); });
     redo_->setShortcuts({QKeySequence("Ctrl+Y"), QKeySequence("Ctrl+Shift+Z")});
     menu->addSeparator();
-    menu->addAction("Add empty", this, [this] {
+    idleOnly_.push_back(menu->addAction("Add empty", this, [this] {
         session_.stage().beginUndo("Add empty");
         session_.stage().select(session_.stage().addEmpty("Empty"), false);
         session_.stage().endUndo();
         refresh();
+    }));
+    QAction* const addCamera = menu->addAction("Add camera", this, [this] {
+        session_.stage().beginUndo("Add camera");
+        const view::Lens lens = view_->lens();
+        session_.stage().select(
+            session_.stage().addCamera("Camera", 45.0, orthonormalise(lens.world)), false);
+        session_.stage().endUndo();
+        refresh();
     });
-    menu->addAction("Add camera", this,
-                    [this] {
-                        session_.stage().beginUndo("Add camera");
-                        const view::Lens lens = view_->lens();
-                        session_.stage().select(
-                            session_.stage().addCamera("Camera", 45.0, orthonormalise(lens.world)),
-                            false);
-                        session_.stage().endUndo();
-                        refresh();
-                    })
-        ->setToolTip("Where the view stands now.");
+    addCamera->setToolTip("Where the view stands now.");
+    idleOnly_.push_back(addCamera);
     menu->addSeparator();
     menu->addAction("Preferences...", this, [this] { windows_.openPreferences(); });
 }
@@ -164,6 +178,8 @@ void StudioWindow::buildPlayMenu()
     keyMode_->setToolTip("What you move by hand gets a key at the present frame.");
     connect(keyMode_, &QAction::toggled, this,
             [this](bool on) { session_.stage().setKeyMode(on); });
+    for (QAction* const action : {play_, resimulate_, keyMode_})
+        idleOnly_.push_back(action);
 }
 
 void StudioWindow::buildDocks()
@@ -214,14 +230,9 @@ void StudioWindow::buildTransport()
         out->setRange(-1000000, 10000000);
         out->setKeyboardTracking(false);
         out->setToolTip("Frame");
+        letUndoPass(*out);
         row->addWidget(out);
-        connect(out, QOverload<int>::of(&QSpinBox::valueChanged), this, [this] {
-            const double rate = session_.stage().getFramesPerSecond();
-            const core::TimeRange wanted{startBox_->value() / rate, endBox_->value() / rate};
-            if (wanted.end > wanted.start && !core().isRunning())
-                session_.stage().setRange(wanted);
-            timeline_->update();
-        });
+        connect(out, QOverload<int>::of(&QSpinBox::valueChanged), this, [this] { setRange(); });
         return out;
     };
     startBox_ = box("rangeStart", "Start");
@@ -236,6 +247,23 @@ void StudioWindow::buildTransport()
     addDockWidget(Qt::BottomDockWidgetArea, dock);
 }
 
+/// The end that was not changed gives way: a range has a frame at least.
+void StudioWindow::setRange()
+{
+    const int start = startBox_->value();
+    const int end = endBox_->value();
+    if (end <= start) {
+        QSpinBox* const other = sender() == startBox_ ? endBox_ : startBox_;
+        const QSignalBlocker quiet(other);
+        other->setValue(other == endBox_ ? start + 1 : end - 1);
+    }
+    const double rate = session_.stage().getFramesPerSecond();
+    session_.stage().beginUndo("Range");
+    session_.stage().setRange({startBox_->value() / rate, endBox_->value() / rate});
+    session_.stage().endUndo();
+    refresh();
+}
+
 void StudioWindow::buildRateBox(QHBoxLayout& row)
 {
     rateBox_ = new QComboBox;
@@ -245,8 +273,11 @@ void StudioWindow::buildRateBox(QHBoxLayout& row)
         rateBox_->addItem(QString("%1 fps").arg(rate), rate);
     row.addWidget(rateBox_);
     connect(rateBox_, QOverload<int>::of(&QComboBox::activated), this, [this](int place) {
-        if (!core().isRunning())
-            session_.stage().setFramesPerSecond(rateBox_->itemData(place).toDouble());
+        const double rate = rateBox_->itemData(place).toDouble();
+        if (!core().isRunning() && rate != session_.stage().getFramesPerSecond()) {
+            session_.stage().setFramesPerSecond(rate);
+            changedBesides_ = true;
+        }
         refresh();
     });
 }
@@ -273,13 +304,9 @@ void StudioWindow::open()
 
 bool StudioWindow::saveAs()
 {
-    QString path = QFileDialog::getSaveFileName(
-        this, "Save as", QString::fromStdString(session_.scenePath()), kScenes);
-    if (path.isEmpty())
-        return false;
-    if (QFileInfo(path).suffix().isEmpty())
-        path += ".glb";
-    return saveTo(path);
+    const QString path = chooseOutput(this, "Save as", QString::fromStdString(session_.scenePath()),
+                                      kScenes, ".glb");
+    return !path.isEmpty() && saveTo(path);
 }
 
 void StudioWindow::importFile()
@@ -297,7 +324,7 @@ void StudioWindow::importFile()
 
 void StudioWindow::exportFile()
 {
-    const QString path = QFileDialog::getSaveFileName(this, "Export animation", {}, "glTF (*.glb)");
+    const QString path = chooseOutput(this, "Export animation", {}, "glTF (*.glb)", ".glb");
     if (path.isEmpty())
         return;
     if (const Status done = stage::exportScene(session_.stage(), path.toStdString()); !done)
@@ -307,11 +334,12 @@ void StudioWindow::exportFile()
 void StudioWindow::playblast()
 {
     const QString path =
-        QFileDialog::getSaveFileName(this, "Playblast", {}, "Film (*.mp4);;Picture (*.png)");
+        chooseOutput(this, "Playblast", {}, "Film (*.mp4);;Picture (*.png)", ".mp4");
     if (path.isEmpty())
         return;
     QProgressDialog shown("Drawing the animation...", "Cancel", 0, 1000, this);
-    shown.setWindowModality(Qt::WindowModal);
+    shown.setWindowModality(Qt::ApplicationModal); // no take may begin meanwhile
+    shown.setMinimumDuration(0);
     view::Playblast what{.output = path.toStdString()};
     if (view_->camera())
         what.camera = view_->camera()->name();
@@ -342,7 +370,7 @@ void StudioWindow::redo()
 void StudioWindow::showUndoNames()
 {
     const auto show = [](QAction* action, const char* verb, const std::vector<std::string>& names) {
-        action->setEnabled(!names.empty());
+        action->setEnabled(!names.empty() && !core().isRunning());
         action->setText(names.empty()
                             ? QString(verb)
                             : QString("%1 %2").arg(verb, QString::fromStdString(names.back())));
@@ -382,6 +410,7 @@ void StudioWindow::play(bool on)
         playTimer_.start(5);
     } else {
         playTimer_.stop();
+        play_->setChecked(false);
     }
 }
 

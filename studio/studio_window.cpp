@@ -5,6 +5,7 @@
 #include "app/app_windows.h"
 #include "core/core_implementation.h"
 #include "core/instance_reference.h"
+#include "core/tool_record.h"
 #include "core/version.h"
 #include "demo/demo_scene.h"
 #include "studio/outliner.h"
@@ -12,16 +13,19 @@
 #include "studio/timeline.h"
 #include "studio/view_widget.h"
 #include "unidevice/device_hub.h"
+#include "util/xml/element.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDateTime>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
 #include <QSettings>
+#include <QSpinBox>
 
 #include <algorithm>
 #include <cmath>
@@ -38,6 +42,14 @@ constexpr double kLongestPause = 250.0; // [ms], of a run that is late
 core::CoreImplementation& core()
 {
     return core::CoreImplementation::instance();
+}
+
+/// What the tools are set to, their inputs' bindings too, which no undo knows.
+std::string toolRecords()
+{
+    util::xml::Element record;
+    core::writeRecord(*core().instances().root(), core::recordflag::plain, record);
+    return record.toString();
 }
 
 double smoothed(double before, double now)
@@ -154,7 +166,8 @@ bool StudioWindow::mayLeave()
 {
     if (core().isRunning())
         core().stopRecord();
-    if (session_.stage().version() == savedVersion_)
+    core().records().finishResimulation();
+    if (!isChanged() && toolRecords() == savedTools_)
         return true;
     const auto answer = QMessageBox::question(
         this, kProductName, "The scene has changes that are not saved. Save them?",
@@ -164,10 +177,23 @@ bool StudioWindow::mayLeave()
     return answer == QMessageBox::Discard;
 }
 
+bool StudioWindow::isChanged() const
+{
+    return changedBesides_ || session_.stage().undoStack().state() != savedState_;
+}
+
+void StudioWindow::noteSaved()
+{
+    savedState_ = session_.stage().undoStack().state();
+    savedTools_ = toolRecords();
+    changedBesides_ = false;
+}
+
 void StudioWindow::sceneReplaced(const QString& path)
 {
     session_.setScenePath(path.toStdString());
-    savedVersion_ = session_.stage().version();
+    noteSaved();
+    keyMode_->setChecked(session_.stage().keyMode());
     takes_ = 0;
     fillCameras();
     refresh();
@@ -177,6 +203,7 @@ void StudioWindow::newScene()
 {
     if (!mayLeave())
         return;
+    recovered_.reset(); // left without saving: it is offered again
     session_.clear();
     sceneReplaced({});
     view_->frameSelection();
@@ -184,6 +211,7 @@ void StudioWindow::newScene()
 
 void StudioWindow::newDemo()
 {
+    recovered_.reset();
     session_.clear();
     if (const Status built = demo::build(session_); !built)
         complain(built.reason());
@@ -197,8 +225,11 @@ bool StudioWindow::openFile(const QString& path)
     const QString whole = QFileInfo(path).absoluteFilePath();
     if (const Status opened = stage::openScene(session_, whole.toStdString()); !opened) {
         complain(opened.reason());
+        if (!QFileInfo::exists(whole))
+            forget(whole);
         return false;
     }
+    recovered_.reset();
     sceneReplaced(whole);
     remember(whole);
     view_->frameSelection();
@@ -218,10 +249,24 @@ bool StudioWindow::saveTo(const QString& path)
         return false;
     }
     session_.setScenePath(path.toStdString());
-    savedVersion_ = session_.stage().version();
+    noteSaved();
+    if (recovered_) { // the file has it now
+        if (const Status gone = stage::discardLostTake(*recovered_); !gone)
+            complain(gone.reason());
+        recovered_.reset();
+    }
     remember(path);
     showTitle();
     return true;
+}
+
+void StudioWindow::forget(const QString& path)
+{
+    QSettings settings;
+    QStringList files = settings.value("recent").toStringList();
+    files.removeAll(path);
+    settings.setValue("recent", files);
+    fillRecent();
 }
 
 void StudioWindow::remember(const QString& path)
@@ -242,17 +287,27 @@ void StudioWindow::offerLostTakes()
     for (const stage::LostTake& take : session_.lostTakes()) {
         const QString when =
             QLocale().toString(QDateTime::fromSecsSinceEpoch(take.writtenAt), QLocale::ShortFormat);
-        const auto answer =
-            QMessageBox::question(this, kProductName,
-                                  QString("A take of %1 s was cut off (%2). Bring it back?")
-                                      .arg(take.end, 0, 'f', 1)
-                                      .arg(when));
+        const auto answer = QMessageBox::question(
+            this, kProductName,
+            QString("A take of %1 s was cut off (%2). Bring it back?")
+                .arg(take.end, 0, 'f', 1)
+                .arg(when),
+            QMessageBox::Yes | QMessageBox::No | QMessageBox::Discard, QMessageBox::Yes);
+        if (answer == QMessageBox::Discard) {
+            if (const Status gone = stage::discardLostTake(take); !gone)
+                complain(gone.reason());
+        }
         if (answer != QMessageBox::Yes)
             continue;
         if (const Status done = session_.recover(take); !done)
             complain(done.reason());
-        sceneReplaced({});
-        savedVersion_ = 0; // only here so far
+        else
+            recovered_ = take;
+        const QString path = QString::fromStdString(session_.scenePath());
+        sceneReplaced(path);
+        changedBesides_ = true; // only here so far
+        view_->frameSelection();
+        refresh();
         return;
     }
 }
@@ -282,26 +337,24 @@ void StudioWindow::showTitle()
     const std::string& path = session_.scenePath();
     const QString name =
         path.empty() ? QString("Untitled") : QFileInfo(QString::fromStdString(path)).fileName();
-    const bool changed = session_.stage().version() != savedVersion_;
     setWindowTitle(name + "[*] - " + kProductName);
-    setWindowModified(changed);
+    setWindowModified(isChanged());
 }
 
 // The run.
 
 void StudioWindow::record()
 {
-    play(false);
     core::CoreImplementation& running = core();
     if (running.isRunning() && !running.isResimulating())
         running.stopRecord();
     else if (!running.isRunning())
         running.startRecord();
+    record_->setChecked(running.isRunning() && !running.isResimulating());
 }
 
 void StudioWindow::resimulate()
 {
-    play(false);
     if (core().isRunning())
         return;
     const core::TimeRange range = session_.stage().range();
@@ -311,10 +364,26 @@ void StudioWindow::resimulate()
 
 void StudioWindow::runStarted(double start, const std::vector<core::Instance*>&)
 {
+    play(false); // from whichever window it was started
+    lockForRun(true);
     timeline_->setTakeStart(start);
     record_->setChecked(!core().isResimulating());
     showHint();
     view_->setFocus(); // a take's keys are the hands', not a spin box's
+}
+
+/// A run writes into an undo step that is open: what else changed the scene would go with the take.
+void StudioWindow::lockForRun(bool on)
+{
+    for (QAction* const action : idleOnly_)
+        action->setEnabled(!on);
+    if (on) { // what there is to undo is shown when the run is over
+        undo_->setEnabled(false);
+        redo_->setEnabled(false);
+    }
+    for (QWidget* const panel :
+         std::initializer_list<QWidget*>{outliner_, properties_, startBox_, endBox_, rateBox_})
+        panel->setEnabled(!on);
 }
 
 void StudioWindow::beforeFrame(double)
@@ -332,8 +401,9 @@ void StudioWindow::frameDone(double, const std::vector<core::Instance*>&)
 
 void StudioWindow::runEnded()
 {
-    timeline_->setTakeStart(-1.0);
+    timeline_->setTakeStart({});
     record_->setChecked(false);
+    lockForRun(false);
     ++takes_;
     QTimer::singleShot(0, this, [this] { refresh(); }); // when the run is over for all
 }

@@ -1,6 +1,7 @@
 /// The studio: view, time line, outliner and properties round one session.
 #pragma once
 
+#include "adaptor/stage/lost_takes.h"
 #include "adaptor/stage/session.h"
 #include "core/record_manager.h"
 
@@ -9,6 +10,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 class QComboBox;
 class QHBoxLayout;
@@ -79,8 +81,11 @@ private:
     void showHelp();
 
     bool mayLeave(); ///< asks about unsaved changes
+    [[nodiscard]] bool isChanged() const;
+    void noteSaved(); ///< the scene as it is now is the one of its file
     void sceneReplaced(const QString& path);
     void remember(const QString& path); ///< among the recent files
+    void forget(const QString& path);
     void fillRecent();
     void showTitle();
     void fillCameras();
@@ -88,6 +93,8 @@ private:
     void showFrame();
     void complain(const std::string& what);
     void redrawIfDue();
+    void lockForRun(bool on); ///< what would change the scene under a take
+    void setRange();
     void showHint(); ///< what a new user does next
 
     // The run.
@@ -109,9 +116,9 @@ private:
     QAction* record_ = nullptr;
     QAction* resimulate_ = nullptr;
     QAction* keyMode_ = nullptr;
+    std::vector<QAction*> idleOnly_; ///< not while a run is on
     QMenu* recent_ = nullptr;
     QMenu* cameras_ = nullptr;
-    QMenu* addMenu_ = nullptr;
     QSpinBox* startBox_ = nullptr;
     QSpinBox* endBox_ = nullptr;
     QComboBox* rateBox_ = nullptr;
@@ -119,9 +126,11 @@ private:
     QTimer refreshTimer_;
     QElapsedTimer playClock_;
     double playFrom_ = 0.0;
-    std::uint64_t savedVersion_ = 0;
+    std::optional<stage::LostTake> recovered_; ///< the scene holds it, and no file does yet
+    std::uint64_t savedState_ = 0;
+    std::string savedTools_;
+    bool changedBesides_ = false; ///< in a way that no undo takes back
     std::uint64_t shownVersion_ = 0;
-    std::size_t shownUndo_ = 0;
     QElapsedTimer frameClock_;
     int takes_ = 0;        ///< of the scene, since it was opened
     double frameMs_ = 0.0; ///< of simulation, smoothed

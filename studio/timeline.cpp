@@ -29,7 +29,7 @@ Timeline::Timeline(stage::Session& session) : session_(session)
     setToolTip("Drag to scrub. The wheel steps by frames. Marks are the keys of what is selected.");
 }
 
-void Timeline::setTakeStart(double time)
+void Timeline::setTakeStart(std::optional<double> time)
 {
     takeStart_ = time;
     update();
@@ -70,8 +70,8 @@ void Timeline::paintEvent(QPaintEvent*)
     painter.fillRect(rect(), kBack);
     painter.fillRect(
         QRectF(kMargin, kRulerHeight, width() - 2 * kMargin, height() - kRulerHeight - 6), kTrack);
-    if (takeStart_ >= 0.0) {
-        const double from = xOf(takeStart_);
+    if (takeStart_) {
+        const double from = xOf(*takeStart_);
         painter.fillRect(QRectF(from, kRulerHeight, xOf(session_.stage().getTime()) - from,
                                 height() - kRulerHeight - 6),
                          kTake);

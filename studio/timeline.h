@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 
 namespace tvw::rgs::studio {
 
@@ -16,8 +17,8 @@ public:
 
     std::function<void(double time)> scrubbed; ///< to a whole frame [s]
 
-    /// The time at which a take in progress began [s]; below 0: none.
-    void setTakeStart(double time);
+    /// The time at which a take in progress began [s].
+    void setTakeStart(std::optional<double> time);
 
     QSize sizeHint() const override { return {600, 56}; }
 
@@ -36,7 +37,7 @@ private:
     void paintKeys(QPainter& painter);
 
     stage::Session& session_;
-    double takeStart_ = -1.0;
+    std::optional<double> takeStart_;
 };
 
 } // namespace tvw::rgs::studio

@@ -93,7 +93,7 @@ void ViewWidget::paintGL()
 {
     pictureClock_.start();
     if (camera_ && !camera_->isPresent())
-        camera_ = nullptr;
+        leaveCamera(); // it was deleted: the view stays where it was
     if (renderer_) {
         view::Options what = options;
         prepare(what);

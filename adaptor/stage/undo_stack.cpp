@@ -86,6 +86,7 @@ void UndoStack::close()
         destroyBackward(step);
         return;
     }
+    step.state = ++lastState_;
     done_.push_back(std::move(step));
     trim();
 }
@@ -147,6 +148,7 @@ void UndoStack::setLimit(std::size_t steps)
 void UndoStack::trim()
 {
     while (done_.size() > limit_) {
+        base_ = done_.front().state;
         destroyForward(done_.front());
         done_.erase(done_.begin());
     }
@@ -177,6 +179,7 @@ void UndoStack::destroyBackward(Step& step)
 
 void UndoStack::clear()
 {
+    base_ = ++lastState_;
     ++bracket_; // whoever has noted a change in an open bracket must note the next one anew
     dropUndone();
     std::vector<Step> dropped;

@@ -48,8 +48,12 @@ public:
     [[nodiscard]] std::vector<std::string> undoNames() const; ///< newest last
     [[nodiscard]] std::vector<std::string> redoNames() const; ///< the next to be redone last
 
-    /// Steps kept, at least 1; the oldest go first. Default: 200 (a step of a take keeps the keys that
-    /// it replaced).
+    /// Tells one state of the scene from another: the same number again after an undo or a redo
+    /// that leads back to it. What was changed outside brackets does not show.
+    [[nodiscard]] std::uint64_t state() const { return done_.empty() ? base_ : done_.back().state; }
+
+    /// Steps kept, at least 1; the oldest go first. Default: 200 (a step of a take keeps the keys
+    /// that it replaced).
     void setLimit(std::size_t steps);
 
     /// Drops all records, those of an open bracket too, without taking anything back. The bracket
@@ -61,6 +65,7 @@ private:
     {
         std::string name;
         std::vector<CUndo*> records;
+        std::uint64_t state = 0; ///< that it leads to
     };
 
     void close();
@@ -76,6 +81,8 @@ private:
     std::vector<Step> undone_;
     std::size_t limit_ = 200;
     std::uint64_t bracket_ = 0;
+    std::uint64_t lastState_ = 0;
+    std::uint64_t base_ = 0; ///< the state before all that are kept
     int bracketsInRestore_ = 0;
     bool cancelled_ = false;
     bool restoring_ = false;
