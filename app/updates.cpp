@@ -26,8 +26,6 @@ namespace {
 enum Id { kWindow = 100, kList = 101, kClose = 102, kIcon = 200, kText = 201, kButton = 202 };
 
 constexpr const char* kWarningIcon = "[images]/warning.png";
-constexpr const char* kNoServer =
-    "This build asks no version server: updates come the way the program came.";
 constexpr const char* kToPage = "Click here to go to the download page for this version.";
 
 const char* textOf(Outcome outcome)
@@ -195,8 +193,7 @@ void UpdateWindow::Implementation::showResult()
     };
     const bool hasFailed = outcome == Outcome::NoConnection || outcome == Outcome::BadReply;
     const bool isUpToDate = outcome == Outcome::UpToDate;
-    const bool hasServer = !manager_.server().empty(); // else there is no page to click to
-    addSection("", escaped(hasServer ? textOf(outcome) : kNoServer),
+    addSection("", escaped(textOf(outcome)),
                isUpToDate ? std::string() : pageOf(newest(manager_.entries())), hasFailed);
     for (const UpdateManager::Entry& entry : manager_.entries())
         addSection(headingOf(entry), messageOf(entry), pageOf(&entry), false);
