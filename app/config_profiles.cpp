@@ -1,12 +1,10 @@
 #include "app/config_profiles.h"
 
 #include "core/configadaptor/profile_conversion.h"
+#include "core/configadaptor/stored_number.h"
 #include "core/instance.h"
 #include "core/tool.h"
-#include "util/base64.h"
-#include "util/xml/number.h"
 
-#include <cstring>
 #include <map>
 #include <optional>
 
@@ -16,25 +14,10 @@ using util::xml::Element;
 
 namespace {
 
-/// The number of an item that has one: a stored number may be bytes or text.
-std::optional<double> numberOf(const Element& item)
-{
-    const std::string type = item.attributeValue("type");
-    if (type.empty() || type == "generic")
-        return util::xml::number(item.text());
-    if (type != "blob")
-        return std::nullopt;
-    const std::string bytes = base64Decode(item.text());
-    double value = 0.0;
-    if (bytes.size() < sizeof value)
-        return std::nullopt;
-    std::memcpy(&value, bytes.data(), sizeof value);
-    return value;
-}
-
 bool isSameValue(const Element& a, const Element& b)
 {
-    return a.text() == b.text() || (numberOf(a) && numberOf(a) == numberOf(b));
+    const std::optional<double> number = core::configadaptor::storedNumber(a);
+    return a.text() == b.text() || (number && number == core::configadaptor::storedNumber(b));
 }
 
 using ItemsById = std::multimap<std::string, const Element*>;

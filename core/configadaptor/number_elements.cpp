@@ -1,6 +1,7 @@
 // The items that hold a number: spinners and check boxes.
 #include "core/configadaptor/elements.h"
 #include "core/configadaptor/item_layout.h"
+#include "core/configadaptor/stored_number.h"
 #include "util/base64.h"
 
 #include <bit>
@@ -22,22 +23,6 @@ static_assert(std::endian::native == std::endian::little, "profiles hold the byt
 std::string blobText(double value)
 {
     return base64Encode(&value, sizeof value);
-}
-
-/// The number of an item; nothing when there is no item, or none that is a number in it.
-std::optional<double> numberOf(const Element& item)
-{
-    const std::string type = item.attributeValue("type");
-    if (type.empty() || type == "generic")
-        return util::xml::number(item.text());
-    if (type != "blob")
-        return std::nullopt;
-    const std::string bytes = base64Decode(item.text());
-    double value = 0.0;
-    if (bytes.size() < sizeof value)
-        return std::nullopt;
-    std::memcpy(&value, bytes.data(), sizeof value);
-    return std::isnan(value) ? std::nullopt : std::optional(value);
 }
 
 /// As it is where the bounds say nothing.
@@ -81,7 +66,7 @@ void Spinner::writeProfile(Element& out)
 
 void Spinner::readProfile(const Element& profile)
 {
-    const auto stored = numberOf(itemIn(profile));
+    const auto stored = storedNumber(itemIn(profile));
     if (!stored)
         return;
     setValue(*stored);
@@ -129,7 +114,7 @@ void Spinner_Int::writeProfile(Element& out)
 
 void Spinner_Int::readProfile(const Element& profile)
 {
-    const auto stored = numberOf(itemIn(profile));
+    const auto stored = storedNumber(itemIn(profile));
     if (!stored)
         return;
     setValue(*stored);
@@ -179,7 +164,7 @@ void CheckBox::writeProfile(Element& out)
 
 void CheckBox::readProfile(const Element& profile)
 {
-    const auto stored = numberOf(itemIn(profile));
+    const auto stored = storedNumber(itemIn(profile));
     if (!stored)
         return;
     setValue(*stored);
