@@ -34,16 +34,6 @@ void collect(const Element& element, ItemsById& items)
 
 } // namespace
 
-ConfigProfiles::ConfigProfiles(core::Instance& tool)
-    : tool_(tool), type_(*tool.type()), entry_(tool.reference()->watch())
-{
-}
-
-bool ConfigProfiles::isThere()
-{
-    return *entry_ != nullptr && (*entry_)->isAlive();
-}
-
 unidevice::XMLFileManager& ConfigProfiles::store()
 {
     return type_.configProfiles();

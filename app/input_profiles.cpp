@@ -22,13 +22,8 @@ std::string countText(int missing)
 } // namespace
 
 InputProfiles::InputProfiles(core::Instance& tool, std::function<void(const std::string&)> say)
-    : tool_(tool), type_(*tool.type()), entry_(tool.reference()->watch()), say_(std::move(say))
+    : ProfileSubject(tool), say_(std::move(say))
 {
-}
-
-bool InputProfiles::isThere()
-{
-    return *entry_ != nullptr && (*entry_)->isAlive();
 }
 
 unidevice::XMLFileManager& InputProfiles::store()

@@ -2,14 +2,8 @@
 #pragma once
 
 #include "app/profile_actions.h"
-#include "core/instance_reference.h"
 
 #include <functional>
-
-namespace tvw::rgs::core {
-class Instance;
-class Tool;
-} // namespace tvw::rgs::core
 
 namespace tvw::rgs::app {
 
@@ -20,7 +14,6 @@ public:
     /// tool: in the tree. say: hears what a load has come to.
     InputProfiles(core::Instance& tool, std::function<void(const std::string&)> say);
 
-    bool isThere() override;
     unidevice::XMLFileManager& store() override;
     util::xml::Element present(const std::string& name) override;
     void load(const util::xml::Element& profile) override;
@@ -31,9 +24,6 @@ public:
     const ProfileTexts& texts() const override;
 
 private:
-    core::Instance& tool_;
-    core::Tool& type_; ///< outlives the tool
-    core::InstanceReference::Watch entry_;
     std::function<void(const std::string&)> say_;
 };
 

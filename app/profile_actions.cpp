@@ -2,6 +2,7 @@
 
 #include "app/profile_prompts.h"
 #include "core/core_implementation.h"
+#include "core/instance.h"
 #include "core/tool.h"
 
 #include <QFileDialog>
@@ -39,6 +40,16 @@ std::string neighbourOf(const std::string& name, const std::vector<std::string>&
 }
 
 } // namespace
+
+ProfileSubject::ProfileSubject(core::Instance& tool)
+    : tool_(tool), type_(*tool.type()), entry_(tool.reference()->watch())
+{
+}
+
+bool ProfileSubject::isThere() const
+{
+    return *entry_ != nullptr && (*entry_)->isAlive();
+}
 
 // Questions.
 

@@ -1,6 +1,7 @@
 /// What a user does with the profiles of a tool, in any window that shows them.
 #pragma once
 
+#include "core/instance_reference.h"
 #include "unidevice/xml_file_manager.h"
 #include "util/xml/element.h"
 
@@ -8,6 +9,11 @@
 #include <string>
 
 class QWidget;
+
+namespace tvw::rgs::core {
+class Instance;
+class Tool;
+} // namespace tvw::rgs::core
 
 namespace tvw::rgs::app {
 
@@ -25,11 +31,13 @@ struct ProfileTexts
 class ProfileSubject
 {
 public:
+    /// tool: in the tree.
+    explicit ProfileSubject(core::Instance& tool);
     virtual ~ProfileSubject() = default;
 
     /// Questions run the event loop: the tool can go while one waits. Of the others only `store`
     /// may be asked for then.
-    virtual bool isThere() = 0;
+    [[nodiscard]] bool isThere() const;
     virtual unidevice::XMLFileManager& store() = 0;
     virtual util::xml::Element present(const std::string& name) = 0; ///< as a profile of that name
     virtual void load(const util::xml::Element& profile) = 0; ///< its name becomes the current one
@@ -42,6 +50,13 @@ public:
     virtual void deleted(const std::string& name, const std::string& neighbour) = 0;
     virtual util::xml::Element fileOf(const util::xml::Element& profile) = 0; ///< with nothing else
     virtual const ProfileTexts& texts() const = 0;
+
+protected:
+    core::Instance& tool_;
+    core::Tool& type_; ///< outlives the tool
+
+private:
+    core::InstanceReference::Watch entry_;
 };
 
 /// Each action asks and says what it must in boxes above the parent. What fails or is given up
