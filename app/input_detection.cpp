@@ -38,14 +38,6 @@ core::Clock& theClock()
     return CoreImplementation::instance().records().clock();
 }
 
-/// What devices that are bound to a window get as theirs.
-void setDeviceWindow(void* handle)
-{
-    if (auto* const driver =
-            dynamic_cast<unidevice::WinDriver*>(DeviceHub::instance().findDriver("windriver")))
-        driver->setWindow(handle);
-}
-
 bool isKey(std::uint32_t message)
 {
     return message == gui::message::keyPressed || message == gui::message::keyReleased;
@@ -153,7 +145,7 @@ bool InputDetection::swallows(const Message& key) const
 void InputDetection::listenForFirst()
 {
     DeviceHub& hub = DeviceHub::instance();
-    setDeviceWindow(reinterpret_cast<void*>(root()->widget()->winId()));
+    hub.setWindow(reinterpret_cast<void*>(root()->widget()->winId()));
     first_.clear();
     second_.clear();
     if (!hub.prepareAll()) {
@@ -246,7 +238,7 @@ void InputDetection::finish()
     stopTimers();
     state_ = State::Idle;
     DeviceHub::instance().releaseAll();
-    setDeviceWindow(CoreImplementation::instance().windows().mainWindowHandle());
+    DeviceHub::instance().setWindow(CoreImplementation::instance().windows().mainWindowHandle());
 }
 
 void InputDetection::stopTimers()

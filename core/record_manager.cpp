@@ -22,7 +22,10 @@ RecordManager::RecordManager(CoreImplementation* core, Clock& clock)
     });
 }
 
-RecordManager::~RecordManager() { clock_.killTimer(*this, kRunTimer); }
+RecordManager::~RecordManager()
+{
+    clock_.killTimer(*this, kRunTimer);
+}
 
 std::int32_t RecordManager::timeToFrame(double time, double step)
 {
@@ -30,7 +33,10 @@ std::int32_t RecordManager::timeToFrame(double time, double step)
     return time < 0.0 && frame * step > time ? frame - 1 : frame;
 }
 
-double RecordManager::frameTime() const { return frame_ * adaptor()->getFrameDuration(); }
+double RecordManager::frameTime() const
+{
+    return frame_ * adaptor()->getFrameDuration();
+}
 
 int RecordManager::framesBehind() const
 {
@@ -91,13 +97,12 @@ void RecordManager::collectInstances()
         instances_.push_back(static_cast<Instance*>(instance));
 }
 
-/// The devices are read once, so that the tools' first look at their inputs sees the hand's position
-/// and not that of the last run.
+/// The devices are read once, so that the tools' first look at their inputs sees the hand's
+/// position and not that of the last run.
 void RecordManager::prepareDevices()
 {
     DeviceHub& hub = DeviceHub::instance();
-    if (auto* const driver = dynamic_cast<unidevice::WinDriver*>(hub.findDriver("windriver")))
-        driver->setWindow(CoreImplementation::instance().windows().mainWindowHandle());
+    hub.setWindow(CoreImplementation::instance().windows().mainWindowHandle());
     hub.acquireAll();
     hub.updateAll();
 }
@@ -137,7 +142,8 @@ bool RecordManager::runDueFrames(double step)
         ++frame_;
         if (currentTime_ >= end_ && !growRange())
             return false;
-        // Without a countdown the clock stands at the start for its first event, which ticks nothing.
+        // Without a countdown the clock stands at the start for its first event, which ticks
+        // nothing.
         if (countedDown_ || currentTime_ > start_)
             simulateFrame(frame_ * step);
         if (!running_)
@@ -285,8 +291,9 @@ std::int32_t RecordManager::firstFrameBehind(double from, double step) const
     for (Instance* const instance : instances_) {
         for (const auto& line : instance->recordedInputs().lines()) {
             const auto records = line.records();
-            const auto behind = std::find_if(records.begin(), records.end(),
-                                             [&](const auto& record) { return record.time > from; });
+            const auto behind =
+                std::find_if(records.begin(), records.end(),
+                             [&](const auto& record) { return record.time > from; });
             const bool beginsHere = behind != records.begin() && std::prev(behind)->time == from;
             if (behind == records.end() || !beginsHere)
                 continue;

@@ -44,6 +44,14 @@ bool DeviceHub::updateAll()
     return true;
 }
 
+void DeviceHub::setWindow(void* window)
+{
+    for (Driver* const driver : drivers_) {
+        if (auto* const bound = dynamic_cast<WinDriver*>(driver))
+            bound->setWindow(window);
+    }
+}
+
 bool DeviceHub::prepareAll()
 {
     int usable = 0;

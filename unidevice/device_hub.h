@@ -17,6 +17,7 @@ public:
     bool acquireAll();                                ///< whether all could; true for none
     bool releaseAll();
     void resetAll();
+    void setWindow(void* window); ///< native handle: of devices that are bound to a window
     Control* detectControl(const ExcludeList* exclude);
 
     Control* findControl(const util::xml::Element& element);
