@@ -50,7 +50,8 @@ LiveInput::LiveInput()
 
 LiveInput::~LiveInput()
 {
-    core::CoreImplementation::instance().records().removeObserver(this);
+    if (core::CoreImplementation::exists()) // its start may have failed
+        core::CoreImplementation::instance().records().removeObserver(this);
 }
 
 bool LiveInput::eventFilter(QObject* object, QEvent* event)
