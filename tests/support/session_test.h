@@ -6,6 +6,7 @@
 #include "core/instance.h"
 #include "core/instance_reference.h"
 #include "core/library_manager.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/tiny_tool.h"
 #include "util/file.h"
 
@@ -19,38 +20,6 @@
 #include <vector>
 
 namespace tvw::rgs::tests {
-
-/// A folder that goes with the object.
-class TemporaryFolder
-{
-public:
-    TemporaryFolder()
-    {
-        std::string made = (std::filesystem::temp_directory_path() / "rigstage_XXXXXX").string();
-        path_ = mkdtemp(made.data());
-    }
-    ~TemporaryFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::string& path() const { return path_; }
-
-    /// Writes a file below the folder, with the folders it lies in; its path.
-    std::string write(const std::string& name, const std::string& bytes) const
-    {
-        const std::filesystem::path path = std::filesystem::path(path_) / name;
-        std::filesystem::create_directories(path.parent_path());
-        EXPECT_TRUE(writeFileAtomically(path.string(), bytes));
-        return path.string();
-    }
-
-private:
-    std::string path_;
-};
 
 class SessionTest : public testing::Test
 {

@@ -1,3 +1,4 @@
+#include "tests/support/temporary_folder.h"
 #include "unidevice/input_profile_manager.h"
 #include "util/file.h"
 
@@ -32,9 +33,6 @@ class ProfileFiles : public ::testing::Test
 protected:
     ProfileFiles()
     {
-        std::string pattern = (fs::temp_directory_path() / "profilesXXXXXX").string();
-        root = ::mkdtemp(pattern.data());
-        user = root + "/user/inputprofiles";
         profiles.setSaveFolder(user);
         profiles.addSource(user);
         profiles.addReadOnly("Factory Settings");
@@ -43,13 +41,6 @@ protected:
     {
         setResourceLister({});
         util::xml::setResourceLoader({});
-        fs::remove_all(root);
-    }
-
-    void put(const std::string& path, const std::string& text)
-    {
-        fs::create_directories(fs::path(path).parent_path());
-        ASSERT_TRUE(writeFileAtomically(path, text));
     }
 
     std::string multiplier(const std::string& name)
@@ -57,8 +48,9 @@ protected:
         return std::string(profiles.profile(name).child("property").child("multiplier").text());
     }
 
-    std::string root;
-    std::string user;
+    const rgs::tests::TemporaryFolder folder;
+    const std::string root = folder.path();
+    const std::string user = root + "/user/inputprofiles";
     InputProfileManager profiles;
 };
 
@@ -70,7 +62,7 @@ constexpr const char* kTwo = R"(<unidevice>
 TEST_F(ProfileFiles, OfTwoProfilesInAFileOnlyTheNamedOneGoes)
 {
     const std::string both = user + "/both.tvi";
-    put(both, kTwo);
+    folder.write(both, kTwo);
     profiles.rescan();
     EXPECT_EQ(profiles.names(), (Names{"A", "B"}));
     EXPECT_EQ(profiles.remove("A"), XMLFileManager::done);
@@ -97,7 +89,7 @@ TEST_F(ProfileFiles, ASavedProfileIsThereForTheNextStart)
 
 TEST_F(ProfileFiles, SavingOverOneOfTwoLeavesTheOtherAndNoOldValues)
 {
-    put(user + "/both.tvi", kTwo);
+    folder.write(user + "/both.tvi", kTwo);
     profiles.rescan();
     EXPECT_EQ(profiles.store(makeProfile("A", 7), true, false), XMLFileManager::done);
     EXPECT_EQ(profiles.store(makeProfile("both", 8), true, false), XMLFileManager::done);
@@ -116,7 +108,7 @@ TEST_F(ProfileFiles, ReadOnlyNamesAreRefusedInAnyCase)
             << name;
         EXPECT_EQ(profiles.remove(name), XMLFileManager::refused) << name;
     }
-    put(user + "/sly.tvi", R"(<profile name="Factory settings"/>)");
+    folder.write(user + "/sly.tvi", R"(<profile name="Factory settings"/>)");
     profiles.rescan();
     EXPECT_EQ(profiles.names(), Names{"Factory Settings"});
     EXPECT_EQ(multiplier("Factory Settings"), "1");
@@ -137,7 +129,7 @@ TEST_F(ProfileFiles, ANameThatIsNoFilesIsNeverOne)
 
 TEST_F(ProfileFiles, AFailedWriteChangesNothing)
 {
-    put(root + "/user", "a file where the folder should be");
+    folder.write(root + "/user", "a file where the folder should be");
     EXPECT_EQ(profiles.store(makeProfile("Mine", 1), true, false), XMLFileManager::failed);
     EXPECT_TRUE(profiles.profile("Mine").isEmpty());
     EXPECT_EQ(profiles.fileOf("Mine"), "");
@@ -154,11 +146,11 @@ TEST_F(ProfileFiles, WithoutAFolderProfilesLiveInMemory)
 
 TEST_F(ProfileFiles, FilesThatAreNoProfilesHaveNone)
 {
-    put(user + "/a.tvi", "no xml");
-    put(user + "/b.tvi", R"(<configprofile name="x" version="2.0"/>)");
-    put(user + "/c.tvi", R"(<unidevice><profile name="cut")");
-    put(user + "/d.txt", R"(<profile name="other ending"/>)");
-    put(user + "/e.TVI", R"(<profile name="good"/>)");
+    folder.write(user + "/a.tvi", "no xml");
+    folder.write(user + "/b.tvi", R"(<configprofile name="x" version="2.0"/>)");
+    folder.write(user + "/c.tvi", R"(<unidevice><profile name="cut")");
+    folder.write(user + "/d.txt", R"(<profile name="other ending"/>)");
+    folder.write(user + "/e.TVI", R"(<profile name="good"/>)");
     fs::create_directories(user + "/folder.tvi");
     profiles.rescan();
     EXPECT_EQ(profiles.names(), Names{"good"});
@@ -176,12 +168,12 @@ TEST_F(ProfileFiles, ShippedProfilesComeBehindTheUsersAndCannotBeRemoved)
             return false;
         return true;
     });
-    setResourceLister([](const std::string& folder, std::string_view pattern) {
-        EXPECT_EQ(folder, ":/tool/inputprofiles");
+    setResourceLister([](const std::string& from, std::string_view pattern) {
+        EXPECT_EQ(from, ":/tool/inputprofiles");
         EXPECT_EQ(pattern, "*.tvi");
-        return Names{folder + "/example.tvi"};
+        return Names{from + "/example.tvi"};
     });
-    put(user + "/both.tvi", kTwo);
+    folder.write(user + "/both.tvi", kTwo);
     profiles.addSource(":/tool/inputprofile.xml");
     profiles.addSource(":/tool/inputprofiles");
     profiles.rescan();

@@ -1,3 +1,4 @@
+#include "tests/support/temporary_folder.h"
 #include "util/file.h"
 
 #include <gmock/gmock.h>
@@ -19,14 +20,6 @@ using testing::HasSubstr;
 class FileTest : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        std::string name = (fs::temp_directory_path() / "rigstage_file_XXXXXX").string();
-        ASSERT_NE(::mkdtemp(name.data()), nullptr);
-        folder_ = name;
-    }
-    void TearDown() override { fs::remove_all(folder_); }
-
     [[nodiscard]] std::string path(const std::string& name) const
     {
         return (folder_ / name).string();
@@ -45,7 +38,8 @@ protected:
         return {std::istreambuf_iterator<char>(in), {}};
     }
 
-    fs::path folder_;
+    const rgs::tests::TemporaryFolder temporary_;
+    const fs::path folder_ = temporary_.path();
 };
 
 TEST_F(FileTest, ReadsEveryByte)

@@ -4,8 +4,8 @@
 #include "app/config_views.h"
 #include "app/config_window.h"
 #include "gui/message_ids.h"
-#include "gui/qt/gui_start.h"
 #include "gui/stdcomponent.h"
+#include "tests/support/offscreen_test.h"
 #include "tests/support/session_test.h"
 
 #include <QApplication>
@@ -15,7 +15,6 @@
 #include <QTest>
 #include <QTimer>
 
-#include <cstdlib>
 #include <deque>
 #include <string>
 #include <vector>
@@ -51,16 +50,9 @@ public:
     std::vector<std::string> said;
 };
 
-class ConfigWindowTest : public testing::Test
+class ConfigWindowTest : public gui::OffscreenTest
 {
 protected:
-    static void SetUpTestSuite()
-    {
-        setenv("QT_QPA_PLATFORM", "offscreen", 0);
-        const Status started = gui::startGui();
-        ASSERT_TRUE(started) << started.reason();
-    }
-
     void SetUp() override
     {
         auto started = stage::Session::start({.userFolder = user.path(), .windows = &windows});

@@ -5,7 +5,7 @@
 #include "core/tool.h"
 #include "core/windows.h"
 #include "gui/message_ids.h"
-#include "gui/qt/gui_start.h"
+#include "tests/support/offscreen_test.h"
 #include "tests/support/session_test.h"
 #include "unidevice/device_hub.h"
 #include "unidevice/keyboard_device.h"
@@ -23,7 +23,6 @@
 #include <QTest>
 #include <QTimer>
 
-#include <cstdlib>
 #include <deque>
 
 namespace tvw::rgs::tests {
@@ -78,17 +77,10 @@ W* saying(const QWidget& in, const QString& text)
     return nullptr;
 }
 
-class InputWindowTest : public testing::Test
+class InputWindowTest : public gui::OffscreenTest
 {
 protected:
     static constexpr std::uint32_t kAxis = unidevice::kind::trinary | unidevice::kind::analogue;
-
-    static void SetUpTestSuite()
-    {
-        setenv("QT_QPA_PLATFORM", "offscreen", 0);
-        const Status started = gui::startGui();
-        ASSERT_TRUE(started) << started.reason();
-    }
 
     InputWindowTest()
     {

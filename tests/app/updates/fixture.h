@@ -1,7 +1,7 @@
 /// Windows on the offscreen platform, and a version server of the test's own.
 #pragma once
 
-#include "gui/qt/gui_start.h"
+#include "tests/support/offscreen_test.h"
 #include "tests/support/session_test.h"
 
 #include <QApplication>
@@ -9,23 +9,15 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <httplib.h>
 #include <string>
 #include <thread>
 
 namespace tvw::rgs::tests {
 
-class WindowTest : public testing::Test
+class WindowTest : public gui::OffscreenTest
 {
 protected:
-    static void SetUpTestSuite()
-    {
-        setenv("QT_QPA_PLATFORM", "offscreen", 0);
-        const Status started = gui::startGui();
-        ASSERT_TRUE(started) << started.reason();
-    }
-
     void SetUp() override
     {
         auto started = stage::Session::start({.userFolder = user.path()});

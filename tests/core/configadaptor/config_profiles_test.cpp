@@ -1,5 +1,5 @@
 #include "core/configadaptor/config_profile_manager.h"
-#include "util/file.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -21,21 +21,10 @@ class ConfigProfiles : public ::testing::Test
 protected:
     ConfigProfiles()
     {
-        std::string pattern = (fs::temp_directory_path() / "profilesXXXXXX").string();
-        root = ::mkdtemp(pattern.data());
-        shipped = root + "/shipped";
-        user = root + "/user";
         profiles.setSaveFolder(user);
         profiles.addSource(shipped + "/configprofile.xml");
         profiles.addSource(shipped + "/configprofiles");
         profiles.addSource(user);
-    }
-    ~ConfigProfiles() override { fs::remove_all(root); }
-
-    void put(const std::string& path, const std::string& text)
-    {
-        fs::create_directories(fs::path(path).parent_path());
-        ASSERT_TRUE(writeFileAtomically(path, text));
     }
 
     std::string item(const std::string& name)
@@ -43,7 +32,9 @@ protected:
         return std::string(profiles.profile(name).child("item").text());
     }
 
-    std::string root, shipped, user;
+    const tests::TemporaryFolder folder;
+    const std::string shipped = folder.path() + "/shipped";
+    const std::string user = folder.path() + "/user";
     ConfigProfileManager profiles;
 };
 
@@ -57,9 +48,9 @@ std::string two(const std::string& value)
 
 TEST_F(ConfigProfiles, TheUsersProfileWinsOverAShippedOne)
 {
-    put(shipped + "/configprofile.xml", two("1"));
-    put(shipped + "/configprofiles/more.tvc",
-        R"(<configprofile version="2.0" name="B"><item id="0">2</item></configprofile>)");
+    folder.write(shipped + "/configprofile.xml", two("1"));
+    folder.write(shipped + "/configprofiles/more.tvc",
+                 R"(<configprofile version="2.0" name="B"><item id="0">2</item></configprofile>)");
     profiles.rescan();
     EXPECT_EQ(item("A"), "1");
     EXPECT_EQ(item("B"), "2");
@@ -79,7 +70,7 @@ TEST_F(ConfigProfiles, TheUsersProfileWinsOverAShippedOne)
 
 TEST_F(ConfigProfiles, OfTwoProfilesInAFileOnlyTheNamedOneGoes)
 {
-    put(user + "/both.tvc", two("1"));
+    folder.write(user + "/both.tvc", two("1"));
     profiles.rescan();
     EXPECT_EQ(profiles.remove("A"), XMLFileManager::done);
     profiles.rescan();
@@ -92,10 +83,11 @@ TEST_F(ConfigProfiles, FilesOfOlderVersionsAreConverted)
 {
     for (const char* tag : {"ConfigProfile", "rgs_config", "CameraConfig"}) {
         const std::string name(tag);
-        put(user + "/old.tvc", "<" + name +
-                                   R"(><profile name="A"><check name="On">true</check></profile>
+        folder.write(user + "/old.tvc",
+                     "<" + name +
+                         R"(><profile name="A"><check name="On">true</check></profile>
             <profile name="B"><spinner name="S">2.5</spinner></profile></)" +
-                                   name + ">");
+                         name + ">");
         profiles.rescan();
         ASSERT_EQ(profiles.names(), (Names{"A", "B"})) << tag;
         for (const char* profile : {"A", "B"})
@@ -111,11 +103,11 @@ TEST_F(ConfigProfiles, FilesOfOlderVersionsAreConverted)
 
 TEST_F(ConfigProfiles, OtherFilesHoldNone)
 {
-    put(user + "/a.tvc", R"(<unidevice><profile name="x"/></unidevice>)");
-    put(user + "/b.tvc",
-        R"(<configprofiles version="3.0"><configprofile name="x"/></configprofiles>)");
-    put(user + "/c.tvc", R"(<configprofile name="x"/>)");
-    put(user + "/d.tvc", "");
+    folder.write(user + "/a.tvc", R"(<unidevice><profile name="x"/></unidevice>)");
+    folder.write(user + "/b.tvc",
+                 R"(<configprofiles version="3.0"><configprofile name="x"/></configprofiles>)");
+    folder.write(user + "/c.tvc", R"(<configprofile name="x"/>)");
+    folder.write(user + "/d.tvc", "");
     profiles.rescan();
     EXPECT_TRUE(profiles.names().empty());
 }

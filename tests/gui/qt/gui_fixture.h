@@ -2,8 +2,8 @@
 #pragma once
 
 #include "gui/component.h"
-#include "gui/qt/gui_start.h"
 #include "tests/gui/model/listener.h"
+#include "tests/support/offscreen_test.h"
 #include "util/factory.h"
 #include "util/xml/element.h"
 
@@ -12,21 +12,13 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
 
 namespace tvw::gui {
 
-class GuiTest : public testing::Test
+class GuiTest : public OffscreenTest
 {
 protected:
-    static void SetUpTestSuite()
-    {
-        setenv("QT_QPA_PLATFORM", "offscreen", 0);
-        const Status started = startGui();
-        ASSERT_TRUE(started) << started.reason();
-    }
-
     static ComponentPtr build(const std::string& xml)
     {
         util::xml::Element element;

@@ -108,7 +108,7 @@ TEST_F(GroundScene, TheToolsOwnBodyIsNoGround)
 
 TEST_F(GroundScene, ASurfaceThatIsNoMeshEndsFastRays)
 {
-    stage::StageNode& helper = session->stage().addEmpty("helper");
+    stage::StageNode& helper = session->stage().addEmpty("pivot");
     gravityNode().setParent(&helper);
     EXPECT_EQ(begin(Way::World), Problem::UnsupportedSurface);
     ASSERT_EQ(sensor_.surfaceCount(), 1U) << "the host's rays take over";
@@ -285,7 +285,7 @@ TEST_F(GroundScene, WhatStoresNoCopySaysWhy)
     expectRefused("No ground mesh available");
     addChild(square(), at(0, 1, 0));
     expectRefused("No ground mesh available"); // only the parent is copied
-    gravityNode().setParent(&session->stage().addEmpty("helper"));
+    gravityNode().setParent(&session->stage().addEmpty("pivot"));
     expectRefused("Surface not a mesh");
     CMesh points;
     points.vertex = {{0, 0, 0}};
