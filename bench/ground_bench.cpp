@@ -201,7 +201,7 @@ void worldBuildAgainstBullet(benchmark::State& state)
     tvw::bench::compare(
         state, [&] { benchmark::DoNotOptimize(std::make_unique<BareBullet>(mesh)); },
         [&] {
-            GroundBulletWorld world;
+            GroundBulletWorld world(1);
             world.addSurface(mesh, Matrix4());
             benchmark::DoNotOptimize(&world);
         });

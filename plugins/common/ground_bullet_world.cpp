@@ -17,8 +17,7 @@ namespace {
 
 static_assert(sizeof(btScalar) == sizeof(double), "link bullet-float64");
 
-constexpr double kWorldEdge = 1000.0;      ///< half an edge of the broad phase's box [m]
-constexpr unsigned short kHandles = 16384; ///< bodies
+constexpr double kWorldEdge = 1000.0; ///< half an edge of the broad phase's box [m]
 constexpr double kFriction = 0.5;
 constexpr double kRestitution = 0.5;
 constexpr int kGroundGroup = 2;
@@ -215,12 +214,13 @@ private:
 class GroundBulletWorld::CPhysicsWorld
 {
 public:
-    CPhysicsWorld()
+    explicit CPhysicsWorld(std::size_t surfaces)
         : configuration_(std::make_unique<btDefaultCollisionConfiguration>(withoutContacts())),
           dispatcher_(std::make_unique<btCollisionDispatcher>(configuration_.get())),
-          broadphase_(std::make_unique<btAxisSweep3>(
-              btVector3(-kWorldEdge, -kWorldEdge, -kWorldEdge),
-              btVector3(kWorldEdge, kWorldEdge, kWorldEdge), kHandles)),
+          broadphase_(
+              std::make_unique<btAxisSweep3>(btVector3(-kWorldEdge, -kWorldEdge, -kWorldEdge),
+                                             btVector3(kWorldEdge, kWorldEdge, kWorldEdge),
+                                             static_cast<unsigned short>(surfaces))),
           solver_(std::make_unique<btSequentialImpulseConstraintSolver>()),
           world_(std::make_unique<btDiscreteDynamicsWorld>(dispatcher_.get(), broadphase_.get(),
                                                            solver_.get(), configuration_.get())),
@@ -280,7 +280,8 @@ private:
     std::vector<std::unique_ptr<CollisionObjects>> objects_;
 };
 
-GroundBulletWorld::GroundBulletWorld() : world_(std::make_unique<CPhysicsWorld>())
+GroundBulletWorld::GroundBulletWorld(std::size_t surfaces)
+    : world_(std::make_unique<CPhysicsWorld>(std::clamp<std::size_t>(surfaces, 1, kMostSurfaces)))
 {
     addPlace(Matrix4());
 }

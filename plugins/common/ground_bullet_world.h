@@ -13,7 +13,11 @@ namespace tvw::rgs {
 class GroundBulletWorld final : public GroundSource
 {
 public:
-    GroundBulletWorld();
+    static constexpr std::size_t kMostSurfaces = 16384;
+
+    /// surfaces: that will be added, at most kMostSurfaces; the broad phase's tables have their
+    /// room from the start.
+    explicit GroundBulletWorld(std::size_t surfaces);
     ~GroundBulletWorld() override;
 
     /// Triangles with a corner that the mesh does not have, or that is no number, are left out.

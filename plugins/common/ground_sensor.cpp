@@ -15,11 +15,13 @@ namespace {
 
 const CGroundTriangleTree kNoTree;
 
-/// Null when one of the surfaces is no mesh with vertices.
-std::unique_ptr<GroundBulletWorld> addSurfaces(std::unique_ptr<GroundBulletWorld> world,
-                                               CInterface& runtime,
-                                               const std::vector<CNode*>& surfaces, double time)
+/// Null when one of the surfaces is no mesh with vertices, or they are too many.
+std::unique_ptr<GroundBulletWorld> worldOf(CInterface& runtime, const std::vector<CNode*>& surfaces,
+                                           double time)
 {
+    if (surfaces.size() > GroundBulletWorld::kMostSurfaces)
+        return nullptr;
+    auto world = std::make_unique<GroundBulletWorld>(surfaces.size());
     for (CNode* const surface : surfaces) {
         Matrix4 place;
         const CMesh mesh = readMesh(runtime, *surface, time);
@@ -34,17 +36,16 @@ std::unique_ptr<GroundBulletWorld> makeWorld(CInterface& runtime, CNode* gravity
                                              const GroundSettings& settings, double time,
                                              double bodyLength, CNode* ownBody)
 {
-    auto world = std::make_unique<GroundBulletWorld>();
     if (settings.storedMesh.numFaces() != 0) {
+        auto world = std::make_unique<GroundBulletWorld>(1);
         world->addSurface(settings.storedMesh, settings.storedMatrix);
         return world;
     }
     std::vector<CNode*> surfaces;
     collectSurfaces(gravityNode, ownBody, surfaces);
+    auto world = worldOf(runtime, surfaces, time);
     if (surfaces.empty())
         world->addDefaultGround(bodyLength);
-    else
-        world = addSurfaces(std::move(world), runtime, surfaces, time);
     releaseSurfaces(gravityNode, surfaces);
     return world;
 }
