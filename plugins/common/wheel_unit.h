@@ -87,7 +87,8 @@ private:
     void standOnPlane(const WheelMount& mount);
     void climbEdges(const WheelMount& mount, const WheelSettings& settings, GroundSensor& ground);
     void shapeRim(const WheelSettings& settings);
-    void fillFan(const WheelMount& mount, const WheelSettings& settings, const Vector3d& centre);
+    struct Fan;
+    Fan& fillFan(const WheelMount& mount, const WheelSettings& settings, const Vector3d& centre);
     void releaseGround(const WheelMount& mount, const WheelSettings& settings, double dt);
 
     /// A ray of one fan, by its angle to straight down.
@@ -96,14 +97,9 @@ private:
         double sine, cosine;
         double halfSine, halfCosine;
     };
-    std::vector<RimRay>
-        rim_; ///< of the settings that the next two say; straight down in the middle
+    std::vector<RimRay> rim_; ///< of the settings below; straight down in the middle
     std::int32_t rimMultiplier_ = 0;
-    double rimStep_ = 0.0;             ///< degrees
-    std::vector<Vector3d> directions_; ///< of one fan in this tick; the three share them
-    std::vector<GroundRay> rays_;      ///< these grow to the longest fan and stay
-    std::vector<const RimRay*> rimOf_; ///< of each ray
-    std::vector<GroundHit> hits_;
+    double rimStep_ = 0.0; ///< degrees
 };
 
 } // namespace tvw::rgs
