@@ -16,7 +16,7 @@ class FlyingBody
 public:
     void keepIn(StateStore& store, const std::string& prefix)
     {
-        newest_ = &store.nearest(prefix + "qTrans", ring_[0]).curve();
+        newest_ = &store.nearest(prefix + "qTrans", ring_[0]);
         store.nearest(prefix + "qTransPrev", ring_[1]);
         store.nearest(prefix + "qTransPrevPrev", ring_[2]);
     }
@@ -24,7 +24,7 @@ public:
     /// Whether the node still stands where a take left the body at a time [s].
     bool continuesAt(const SceneNode& node, double time, double dt) const
     {
-        return rgs::continuesAt(*newest_, node.local(time), time, dt);
+        return rgs::continuesAt(newest_->curve(), node.local(time), time, dt);
     }
 
     /// Takes the node's motion up to a time [s], in steps of h [s].
@@ -59,7 +59,7 @@ public:
 
 private:
     std::array<QTransformd, 3> ring_; ///< the newest first
-    const AVar_Nearest<QTransformd>* newest_ = nullptr;
+    const Recorded<AVar_Nearest<QTransformd>>* newest_ = nullptr;
 };
 
 } // namespace tvw::rgs

@@ -26,7 +26,7 @@ public:
     {
         if (code == code::writeCustomData) {
             writeCustomNumber(*static_cast<util::xml::Element*>(argument), kCopiedState,
-                              wantedStates_->get(this->runtime().getTime()));
+                              wantedStates_->curve().get(this->runtime().getTime()));
             return 1;
         }
         if (code == code::readCustomData)
@@ -52,13 +52,13 @@ protected:
         for (std::size_t i = 0; i < machine::kStates; ++i)
             keepLimits("cWantedStateNode_p[ " + std::to_string(i) + "].", this->settings.states[i]);
         saved.undone(needsInitialize_);
-        wantedStates_ = &states.curve();
-        memories_ = &memories.curve();
+        wantedStates_ = &states;
+        memories_ = &memories;
     }
 
     void runStarts(double time) override
     {
-        const auto known = memories_->records();
+        const auto known = memories_->curve().records();
         if (needsInitialize_ || known.empty() || known.front().time > time)
             memory_ = splitPose(this->node(machine::kCurrent).local(time)).transform;
         needsInitialize_ = false;
@@ -96,7 +96,7 @@ private:
         if (!readCustomNumber(custom, kCopiedState, state) || state < 1.0 ||
             state > machine::kStates)
             return 0;
-        wantedStates_->set(0.0, static_cast<unsigned char>(state));
+        wantedStates_->curve().set(0.0, static_cast<unsigned char>(state));
         return 1;
     }
 
@@ -157,8 +157,8 @@ private:
     bool needsInitialize_ = false;
     unsigned char wanted_ = 1; ///< 1 to 10
     QTransformd memory_;       ///< the first filter, in the cage
-    ChangeLine<unsigned char>* wantedStates_ = nullptr;
-    AVar_Nearest<QTransformd>* memories_ = nullptr;
+    Recorded<ChangeLine<unsigned char>>* wantedStates_ = nullptr;
+    Recorded<AVar_Nearest<QTransformd>>* memories_ = nullptr;
 };
 
 } // namespace tvw::rgs

@@ -51,7 +51,8 @@ bool PackedState::load(const DataChunk& parent)
     return true;
 }
 
-StateStore::StateStore(std::string word, int version) : StateEntry(std::move(word)), version_(version)
+StateStore::StateStore(std::string word, int version)
+    : StateEntry(std::move(word)), version_(version)
 {
 }
 
@@ -63,8 +64,18 @@ void StateStore::pushUndo(CInterface& runtime)
 
 void StateStore::record(double t)
 {
-    for (StateEntry* const entry : animated_)
+    if (rows_.full())
+        flush();
+    rows_.write(t);
+    for (StateEntry* const entry : apart_)
         entry->record(t);
+}
+
+void StateStore::flush()
+{
+    for (StateEntry* const entry : animated_)
+        entry->flush();
+    rows_.clear();
 }
 
 void StateStore::restore(double t)

@@ -2,18 +2,22 @@
 ///
 /// A tool registers its variables once, in its constructor, in the order in which they stand in its
 /// saved chunk. From then on the store pushes their undo records, records them all at a time, reads
-/// them all back, cuts what a new run makes stale, and writes and reads the chunk. A variable that one
-/// tick leaves for the next and that is not registered is lost between two takes.
+/// them all back, cuts what a new run makes stale, and writes and reads the chunk. A variable that
+/// one tick leaves for the next and that is not registered is lost between two takes.
 ///
 /// The variables are plain members of the tool or its model; they must live as long as the store.
-/// `record` and `restore` allocate nothing once a take has had its length.
+/// `record` and `restore` allocate nothing once a take has had its length. What was recorded last
+/// waits in `RecentRows` for the time lines: an undo record of the lines must not be restored
+/// before `flush`.
 #pragma once
 
 #include "core/contract/interface.h"
+#include "plugins/common/recent_rows.h"
 #include "util/avar.h"
 #include "util/datachunk.h"
 
 #include <concepts>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -33,11 +37,13 @@ public:
     StateEntry& operator=(const StateEntry&) = delete;
 
     virtual void pushUndo(CInterface& runtime) = 0;
-    virtual bool isAnimated() const { return false; } ///< the four below do something
-    virtual void record(double) {}          ///< the variable's value goes onto its time line
-    virtual void restore(double) {}         ///< the time line's value at that time goes back
-    virtual void reset() {}                 ///< back to the value at registration
-    virtual void cutBehind(double) {}       ///< drops what lies later
+    virtual bool isAnimated() const { return false; } ///< those below do something
+    virtual bool joins(RecentRows&) { return false; } ///< records itself with the rows from now on
+    virtual void record(double) {}    ///< the variable's value goes onto its time line
+    virtual void flush() {}           ///< takes its share of the rows
+    virtual void restore(double) {}   ///< the time line's value at that time goes back
+    virtual void reset() {}           ///< back to the value at registration
+    virtual void cutBehind(double) {} ///< drops what lies later
     virtual void save(DataChunk& parent) const = 0;
 
     /// False refuses the whole chunk: a required member is missing or one is damaged.
@@ -79,7 +85,10 @@ class Stored final : public StateEntry
 public:
     Stored(std::string name, T& variable) : StateEntry(std::move(name)), variable_(variable) {}
 
-    void pushUndo(CInterface& runtime) override { runtime.pushUndo(new CVariableModUndo<T>(&variable_)); }
+    void pushUndo(CInterface& runtime) override
+    {
+        runtime.pushUndo(new CVariableModUndo<T>(&variable_));
+    }
     void save(DataChunk& parent) const override { parent.addValue(name(), variable_); }
 
     bool load(const DataChunk& parent) override
@@ -101,7 +110,10 @@ class Undone final : public StateEntry
 public:
     explicit Undone(T& variable) : StateEntry({}), variable_(variable) {}
 
-    void pushUndo(CInterface& runtime) override { runtime.pushUndo(new CVariableModUndo<T>(&variable_)); }
+    void pushUndo(CInterface& runtime) override
+    {
+        runtime.pushUndo(new CVariableModUndo<T>(&variable_));
+    }
     void save(DataChunk&) const override {}
     bool load(const DataChunk&) override { return true; }
 
@@ -121,20 +133,39 @@ public:
     {
     }
 
-    const Curve& curve() const { return curve_; }
-    Curve& curve() { return curve_; }
+    /// With all that was recorded. Ask for it each time: it does not keep up by itself.
+    Curve& curve() const
+    {
+        catchUp();
+        return curve_;
+    }
 
-    void pushUndo(CInterface& runtime) override { runtime.pushUndo(new CVariableModUndo<Curve>(&curve_)); }
+    void pushUndo(CInterface& runtime) override
+    {
+        runtime.pushUndo(new CVariableModUndo<Curve>(&curve()));
+    }
     bool isAnimated() const override { return true; }
+
+    bool joins(RecentRows& rows) override
+    {
+        if constexpr (sizeof(T) > kWidest)
+            return false;
+        rows_ = &rows;
+        place_ = rows.add(&variable_, sizeof(T));
+        return true;
+    }
+
     void record(double t) override { curve_.set(t, variable_); }
-    void restore(double t) override { variable_ = curve_.get(t); }
+    void flush() override { catchUp(); }
+    void restore(double t) override { variable_ = curve().get(t); }
     void reset() override { variable_ = initial_; }
-    void cutBehind(double t) override { curve_.cutBehind(t); }
+    void cutBehind(double t) override { curve().cutBehind(t); }
 
     void save(DataChunk& parent) const override
     {
-        std::vector<std::byte> block(curve_.binarySize());
-        curve_.store(block.data(), block.size());
+        const Curve& whole = curve();
+        std::vector<std::byte> block(whole.binarySize());
+        whole.store(block.data(), block.size());
         parent.addMember(DataChunk(name(), block.data(), block.size()));
     }
 
@@ -143,13 +174,30 @@ public:
         const DataChunk* member = find(parent);
         if (!member)
             return !isRequired();
-        return curve_.load(member->payload(), member->payloadSize());
+        return curve().load(member->payload(), member->payloadSize());
     }
 
 private:
+    static constexpr std::size_t kWidest = 64; ///< [bytes] a wider one is worth its own visit
+
+    void catchUp() const
+    {
+        if (!rows_)
+            return;
+        for (std::size_t i = rows_->indexOf(taken_); i < rows_->count(); ++i) {
+            T value;
+            std::memcpy(static_cast<void*>(&value), rows_->at(i, place_), sizeof(T));
+            curve_.set(rows_->time(i), value);
+        }
+        taken_ = rows_->end();
+    }
+
     T& variable_;
     T initial_;
-    Curve curve_;
+    mutable Curve curve_; ///< with its share of the rows, its value
+    RecentRows* rows_ = nullptr;
+    std::size_t place_ = 0;
+    mutable std::uint64_t taken_ = 0; ///< rows
 };
 
 /// Flags and numbers that never change in meaning, side by side in one member of fixed size.
@@ -160,8 +208,7 @@ public:
     PackedState(std::string name, std::size_t size) : StateEntry(std::move(name)), size_(size) {}
 
     template <class T>
-        requires std::is_trivially_copyable_v<T>
-    PackedState& field(T& variable)
+    requires std::is_trivially_copyable_v<T> PackedState& field(T& variable)
     {
         fields_.push_back({&variable, sizeof(T), std::same_as<T, bool>});
         return *this;
@@ -235,6 +282,8 @@ public:
         Entry& reference = *entry;
         if (entry->isAnimated())
             animated_.push_back(entry.get());
+        if (entry->isAnimated() && !entry->joins(rows_))
+            apart_.push_back(entry.get());
         entries_.push_back(std::move(entry));
         return reference;
     }
@@ -242,6 +291,7 @@ public:
     void pushUndo(CInterface& runtime) override;
     bool isAnimated() const override { return true; }
     void record(double t) override;
+    void flush() override; ///< at the end of a run
     void restore(double t) override;
     void reset() override;
     void cutBehind(double t) override;
@@ -261,8 +311,10 @@ private:
     bool loadEntries(const DataChunk& chunk);
 
     int version_;
+    RecentRows rows_; ///< goes after the entries
     std::vector<std::unique_ptr<StateEntry>> entries_;
-    std::vector<StateEntry*> animated_; ///< of these: a tick looks at no others
+    std::vector<StateEntry*> animated_; ///< of these
+    std::vector<StateEntry*> apart_;    ///< of those, what does not record with the rows
 };
 
 } // namespace tvw::rgs

@@ -150,6 +150,7 @@ void ToolObject::tick(double time)
 void ToolObject::stopRun()
 {
     runEnds();
+    state_.flush();
     running_ = false;
     showAfterRun();
 }

@@ -3,6 +3,7 @@
 #include "util/filters.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -50,17 +51,32 @@ struct WheelUnit::Fan
         rays.reserve(kUsualFan);
         rimOf.reserve(kUsualFan);
         hits.reserve(kUsualFan);
+        for (Rim& rim : rims_)
+            rim.rays.reserve(kUsualFan);
     }
+
+    /// The rays of one row under these settings, straight down in the middle. All cars of one make
+    /// have the same; live spinners change them now and then.
+    const std::vector<RimRay>& rim(const WheelSettings& settings);
 
     std::vector<Vector3d> directions; ///< of one row; the three share them
     std::vector<GroundRay> rays;      ///< these grow to the longest fan and stay
     std::vector<const RimRay*> rimOf; ///< of each ray
     std::vector<GroundHit> hits;
+
+private:
+    struct Rim
+    {
+        std::int32_t multiplier = 0;
+        double step = 0.0; ///< degrees
+        std::vector<RimRay> rays;
+    };
+    std::array<Rim, 4> rims_;
+    std::size_t oldest_ = 0;
 };
 
 WheelUnit::WheelUnit()
 {
-    rim_.reserve(kUsualFan);
     (void)Fan::shared(); // a tick allocates nothing
 }
 
@@ -184,47 +200,51 @@ void WheelUnit::takeDrop(const WheelMount& mount, const WheelSettings& settings,
         contact.normal = {0, 1, 0};
 }
 
-/// The angles of a fan: they change with the settings, not with the wheel.
-void WheelUnit::shapeRim(const WheelSettings& settings)
+const std::vector<WheelUnit::RimRay>& WheelUnit::Fan::rim(const WheelSettings& settings)
 {
-    if (rimMultiplier_ == settings.iRayMultiplier && rimStep_ == settings.dDegsPerRay)
-        return;
-    rimMultiplier_ = settings.iRayMultiplier;
-    rimStep_ = settings.dDegsPerRay;
+    for (const Rim& known : rims_) {
+        if (known.multiplier == settings.iRayMultiplier && known.step == settings.dDegsPerRay)
+            return known.rays;
+    }
+    Rim& rim = rims_[oldest_];
+    oldest_ = (oldest_ + 1) % rims_.size();
+    rim.multiplier = settings.iRayMultiplier;
+    rim.step = settings.dDegsPerRay;
     constexpr double kQuarter = std::numbers::pi / 2;
-    const double step = settings.dDegsPerRay / 180.0 * std::numbers::pi;
-    int count = settings.iRayMultiplier - 1;
+    const double step = rim.step / 180.0 * std::numbers::pi;
+    int count = rim.multiplier - 1;
     if (count * step > kQuarter)
         count = static_cast<int>(kQuarter / step);
-    rim_.clear();
+    rim.rays.clear();
     for (int k = -count; k <= count; ++k) {
         const double angle = k * step;
-        rim_.push_back(
+        rim.rays.push_back(
             {std::sin(angle), std::cos(angle), std::sin(angle / 2), std::cos(angle / 2)});
     }
+    return rim.rays;
 }
 
 WheelUnit::Fan& WheelUnit::fillFan(const WheelMount& mount, const WheelSettings& settings,
                                    const Vector3d& centre)
 {
-    shapeRim(settings);
     Fan& fan = Fan::shared();
+    const std::vector<RimRay>& rim = fan.rim(settings);
     fan.directions.clear();
-    for (const RimRay& ray : rim_) {
+    for (const RimRay& ray : rim) {
         const Vector3d half = mount.X * ray.halfSine;
         fan.directions.push_back(rotate(Quatd{half.x, half.y, half.z, ray.halfCosine}, -mount.Y));
     }
-    const std::size_t down = rim_.size() / 2; // the hub's own ray was cast
+    const std::size_t down = rim.size() / 2; // the hub's own ray was cast
     const int outer = settings.bAddRaysAtWheelEdges ? 1 : 0;
     fan.rays.clear();
     fan.rimOf.clear();
     for (int side = -outer; side <= outer; ++side) {
         const Vector3d origin = centre + mount.X * (mount.width * 0.5 * side);
-        for (std::size_t k = 0; k < rim_.size(); ++k) {
+        for (std::size_t k = 0; k < rim.size(); ++k) {
             if (side == 0 && k == down)
                 continue;
             fan.rays.push_back({origin, fan.directions[k]});
-            fan.rimOf.push_back(&rim_[k]);
+            fan.rimOf.push_back(&rim[k]);
         }
     }
     fan.hits.resize(fan.rays.size());

@@ -9,7 +9,6 @@
 #include "plugins/common/ground_sensor.h"
 
 #include <cstdint>
-#include <vector>
 
 namespace tvw::rgs {
 
@@ -86,7 +85,6 @@ private:
     void takeDrop(const WheelMount& mount, const WheelSettings& settings, bool found, double dt);
     void standOnPlane(const WheelMount& mount);
     void climbEdges(const WheelMount& mount, const WheelSettings& settings, GroundSensor& ground);
-    void shapeRim(const WheelSettings& settings);
     struct Fan;
     Fan& fillFan(const WheelMount& mount, const WheelSettings& settings, const Vector3d& centre);
     void releaseGround(const WheelMount& mount, const WheelSettings& settings, double dt);
@@ -97,9 +95,6 @@ private:
         double sine, cosine;
         double halfSine, halfCosine;
     };
-    std::vector<RimRay> rim_; ///< of the settings below; straight down in the middle
-    std::int32_t rimMultiplier_ = 0;
-    double rimStep_ = 0.0; ///< degrees
 };
 
 } // namespace tvw::rgs

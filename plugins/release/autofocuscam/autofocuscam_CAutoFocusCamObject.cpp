@@ -24,7 +24,7 @@ CAutoFocusCamObject::CAutoFocusCamObject(const CreateParam& param)
     saved.stored("cCameraNode.minFOV", settings.minFOV);
     saved.stored("cCameraNode.integrationSpeedExponent", settings.integrationSpeedExponent);
     saved.stored("cCameraNode.bUseSpherical", settings.bUseSpherical);
-    fovLine_ = &saved.nearest("cCameraNode.currentFov", fov_).curve();
+    fovLine_ = &saved.nearest("cCameraNode.currentFov", fov_);
     saved.nearest("cCameraNode.prevFov", prevFov_);
     saved.nearest("ancAutoFocusCamSeededExponent", seededExponent_);
     saved.latest("ancAutoFocusCamSeededIntegral", seededIntegral_);
@@ -41,11 +41,11 @@ bool CAutoFocusCamObject::nodesCreated()
 bool CAutoFocusCamObject::startsAnew(double time)
 {
     constexpr double kTolerance = 1e-9; // [degrees]
-    const auto records = fovLine_->records();
+    const auto records = fovLine_->curve().records();
     const double dt = stepLength();
     anew_ = records.empty() || records.back().time < time - dt / 2 ||
             records.front().time > time + dt / 2 ||
-            std::abs(fieldOfView(time) - fovLine_->get(time)) > kTolerance;
+            std::abs(fieldOfView(time) - fovLine_->curve().get(time)) > kTolerance;
     return anew_;
 }
 

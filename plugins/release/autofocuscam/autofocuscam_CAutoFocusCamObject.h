@@ -36,7 +36,7 @@ private:
     // What the zoom's channel means at present: another exponent or mode is another scale.
     double seededExponent_ = 0.0;
     bool seededIntegral_ = false;
-    const AVar_Nearest<double>* fovLine_ = nullptr;
+    const Recorded<AVar_Nearest<double>>* fovLine_ = nullptr;
     bool anew_ = true;
 };
 

@@ -90,8 +90,8 @@ private:
     bool groundNodesAreStill_ = false;
     bool followCamIsStill_ = false;
     bool gravityNodeIsStill_ = false;
-    AVar_Linear<double>* gasCurve_ = nullptr;
-    const AVar<carextended::CarMemory>* memoryCurve_ = nullptr;
+    Recorded<AVar_Linear<double>>* gasCurve_ = nullptr;
+    const Recorded<AVar_Latest<carextended::CarMemory>>* memoryCurve_ = nullptr;
 
     struct Scales
     {

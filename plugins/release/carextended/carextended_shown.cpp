@@ -42,7 +42,7 @@ void CCarCamObject::showLimits()
 void CCarCamObject::timeMoved(double time)
 {
     if (!running())
-        showVelocity(gasCurve_->get(time));
+        showVelocity(gasCurve_->curve().get(time));
 }
 
 double CCarCamObject::outputValue(std::size_t index)

@@ -41,7 +41,7 @@ bool CCarCamObject::startsAnew(double time)
         dStartTime_ = time;
         reInitialise_ = true;
     }
-    if (memoryCurve_->empty())
+    if (memoryCurve_->curve().empty())
         reInitialise_ = true;
     return reInitialise_;
 }

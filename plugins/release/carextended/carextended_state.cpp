@@ -48,7 +48,7 @@ void CCarCamObject::registerBody()
     state().nearest("anFollowCamFilterMem", followCam_.first);
     state().linear("ancCarCampcInput_STEERING_WHEEL", car.pcInput[STEERING_WHEEL].dValue);
     auto& gas = state().linear("ancCarCampcInput_GAS_PEDAL", car.pcInput[GAS_PEDAL].dValue);
-    gasCurve_ = &gas.curve();
+    gasCurve_ = &gas;
 }
 
 void CCarCamObject::registerWheels()
@@ -184,7 +184,7 @@ void CCarCamObject::registerRest()
     state().linear("ancCarCampcInput_GRAVEL_SHAKE", car.pcInput[GRAVEL_SHAKE].dValue);
     state().linear("ancCarCampcInput_EXTERNAL_FORCE", car.pcInput[EXTERNAL_FORCE].dValue);
     auto& memory = state().latest("anCarMemory", cCarCam_.m);
-    memoryCurve_ = &memory.curve();
+    memoryCurve_ = &memory;
     state().stored("scales", scales_);
     state().undone(reInitialise_);
 }

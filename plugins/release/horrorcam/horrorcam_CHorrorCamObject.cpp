@@ -29,9 +29,9 @@ CHorrorCamObject::CHorrorCamObject(const CreateParam& param)
     StateStore& saved = state();
     saved.nearest("ancHorrorCamObjectHalfSize", objectHalfSize_);
     saved.nearest("ancHorrorCamInitialDistance", initialDistance_);
-    distanceLine_ = &saved.nearest("ancHorrorCamDistance", distance_).curve();
-    fovLine_ = &saved.nearest("ancHorrorCamFov", fov_).curve();
-    poseLine_ = &saved.nearest("ancHorrorCamqTrans", pose_).curve();
+    distanceLine_ = &saved.nearest("ancHorrorCamDistance", distance_);
+    fovLine_ = &saved.nearest("ancHorrorCamFov", fov_);
+    poseLine_ = &saved.nearest("ancHorrorCamqTrans", pose_);
     keepInputs("ancHorrorCam", kInputTable);
 }
 
@@ -44,10 +44,10 @@ double CHorrorCamObject::measure(double time) const
 /// A take goes on only while camera, target and lens are as it left them.
 bool CHorrorCamObject::startsAnew(double time)
 {
-    anew_ = !continuesAt(*poseLine_, node(kTargetCamera).local(time), time, stepLength()) ||
-            !isNear(measure(time), distanceLine_->get(time));
+    anew_ = !continuesAt(poseLine_->curve(), node(kTargetCamera).local(time), time, stepLength()) ||
+            !isNear(measure(time), distanceLine_->curve().get(time));
     withLens(runtime(), node(kTargetCamera), time, [&](CSnapshot_Lens& lens) {
-        anew_ = anew_ || !isNear(lens.getFieldOfView(), fovLine_->get(time));
+        anew_ = anew_ || !isNear(lens.getFieldOfView(), fovLine_->curve().get(time));
     });
     return anew_;
 }

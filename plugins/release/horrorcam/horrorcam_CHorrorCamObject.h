@@ -26,9 +26,9 @@ private:
     double distance_ = 0.0; ///< to the target in the last frame
     double fov_ = 0.0;      ///< [degrees]
     QTransformd pose_;      ///< local
-    const AVar_Nearest<QTransformd>* poseLine_ = nullptr;
-    const AVar_Nearest<double>* distanceLine_ = nullptr;
-    const AVar_Nearest<double>* fovLine_ = nullptr;
+    const Recorded<AVar_Nearest<QTransformd>>* poseLine_ = nullptr;
+    const Recorded<AVar_Nearest<double>>* distanceLine_ = nullptr;
+    const Recorded<AVar_Nearest<double>>* fovLine_ = nullptr;
     bool anew_ = true;
 };
 

@@ -22,10 +22,10 @@ CSinusoidObject::CSinusoidObject(const CreateParam& param) : Tool(param, kSpec, 
     frequencies.required();
     saved.undone(settings.responseFactor);
 
-    amplitudes_ = &amplitudes.curve();
-    frequencies_ = &frequencies.curve();
-    amplitudes_->set(0.0, amplitude_);
-    frequencies_->set(0.0, frequency_);
+    amplitudes_ = &amplitudes;
+    frequencies_ = &frequencies;
+    amplitudes_->curve().set(0.0, amplitude_);
+    frequencies_->curve().set(0.0, frequency_);
 }
 
 void CSinusoidObject::settleParameters()
@@ -34,7 +34,10 @@ void CSinusoidObject::settleParameters()
     wantedFrequency_.settle();
 }
 
-void CSinusoidObject::runStarts(double time) { settings.sinusVal = valueAt(time + stepLength()); }
+void CSinusoidObject::runStarts(double time)
+{
+    settings.sinusVal = valueAt(time + stepLength());
+}
 
 void CSinusoidObject::step(double time)
 {
@@ -63,9 +66,10 @@ double CSinusoidObject::wave(double amplitude, double frequency, double time) co
 
 double CSinusoidObject::valueAt(double time) const
 {
-    double amplitude = amplitudes_->get(time);
-    double frequency = frequencies_->get(time);
-    const bool recorded = !amplitudes_->empty() && time <= amplitudes_->records().back().time;
+    double amplitude = amplitudes_->curve().get(time);
+    double frequency = frequencies_->curve().get(time);
+    const bool recorded =
+        !amplitudes_->curve().empty() && time <= amplitudes_->curve().records().back().time;
     if (!recorded) {
         const double dt = stepLength();
         response(amplitude, settings.userAmplitude, settings.responseFactor, dt);
@@ -78,8 +82,8 @@ void CSinusoidObject::timeMoved(double time)
 {
     settings.sinusVal = valueAt(time);
     if (!running()) {
-        wantedAmplitude_.show(amplitudes_->get(time));
-        wantedFrequency_.show(frequencies_->get(time));
+        wantedAmplitude_.show(amplitudes_->curve().get(time));
+        wantedFrequency_.show(frequencies_->curve().get(time));
     }
 }
 

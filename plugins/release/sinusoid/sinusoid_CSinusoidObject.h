@@ -30,8 +30,8 @@ private:
 
     double amplitude_ = 1.0; ///< filtered
     double frequency_ = 1.0; ///< filtered [rad/s]
-    AVar_Linear<double>* amplitudes_ = nullptr;
-    AVar_Linear<double>* frequencies_ = nullptr;
+    Recorded<AVar_Linear<double>>* amplitudes_ = nullptr;
+    Recorded<AVar_Linear<double>>* frequencies_ = nullptr;
     ScrubbedParameter wantedAmplitude_{settings.userAmplitude};
     ScrubbedParameter wantedFrequency_{settings.userFrequency};
 };

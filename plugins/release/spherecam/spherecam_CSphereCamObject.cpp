@@ -30,7 +30,7 @@ CSphereCamObject::CSphereCamObject(const CreateParam& param)
     StateStore& saved = state();
     saved.nearest("ancSphereCamFollowSphereqTrans", sphere_);
     saved.nearest("ancSphereCamOrbit", orbit_);
-    cameraLine_ = &saved.nearest("ancSphereCamqTrans", camera_).curve();
+    cameraLine_ = &saved.nearest("ancSphereCamqTrans", camera_);
     saved.nearest("ancSphereCamRadius", radius_);
     saved.nearest("ancSphereCamMinimumRadius", minimumRadius_);
     keepInputs("ancSphereCam", kInputTable);
@@ -45,7 +45,8 @@ bool CSphereCamObject::nodesCreated()
 
 bool CSphereCamObject::startsAnew(double time)
 {
-    anew_ = !continuesAt(*cameraLine_, node(kTargetCamera).global(time), time, stepLength());
+    anew_ =
+        !continuesAt(cameraLine_->curve(), node(kTargetCamera).global(time), time, stepLength());
     return anew_;
 }
 

@@ -34,7 +34,7 @@ private:
     double minimumRadius_ = 0.0;
     QTransformd camera_;
     Vector3d scale_{1, 1, 1}; ///< of the camera's node
-    const AVar_Nearest<QTransformd>* cameraLine_ = nullptr;
+    const Recorded<AVar_Nearest<QTransformd>>* cameraLine_ = nullptr;
     bool anew_ = true;
 };
 
