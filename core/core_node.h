@@ -19,7 +19,7 @@ template <class Contract>
 class HostSnapshot : public Contract
 {
 public:
-    /// Back to the pool of its node. Costs a flag.
+    /// Back to its pool. Costs next to nothing.
     virtual void giveBack() noexcept = 0;
 };
 
@@ -75,11 +75,12 @@ public:
     virtual void setName(std::string name) = 0; ///< of the scene node; the host makes it unique
     virtual std::string getName() = 0;
 
-    /// Deletes the scene node when `really`, else only lets it go. With an undo open the handle comes
-    /// back with it.
+    /// Deletes the scene node when `really`, else only lets it go. With an undo open the handle
+    /// comes back with it.
     virtual void deleteNode(bool really) = 0;
 
-    /// A copy of the scene node, and its handle, which no tool owns. withChildren: the children too.
+    /// A copy of the scene node, and its handle, which no tool owns. withChildren: the children
+    /// too.
     virtual CoreNode* cloneNode(bool withChildren) = 0;
 
     const std::string& shortName() const { return shortName_; } ///< inside the tool

@@ -12,10 +12,10 @@ template <class T>
 struct Animated
 {
     KeyTrack<T> keys;
-    T held{};
-    Flicks heldTime = 0;
-    std::uint64_t heldEpoch = 0; ///< of the stage, when the value was held; 0: never
     std::uint64_t noted = 0;     ///< undo bracket for which the keys were remembered
+    std::uint64_t heldEpoch = 0; ///< of the stage, when the value was held; 0: never
+    Flicks heldTime = 0;
+    T held{};
 
     [[nodiscard]] bool isHeld(Flicks time, std::uint64_t epoch) const noexcept
     {

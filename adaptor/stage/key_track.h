@@ -61,25 +61,25 @@ public:
 
     private:
         friend class KeyTrack;
-        void swap(Content& other) noexcept
-        {
-            entries_.swap(other.entries_);
-            std::swap(size_, other.size_);
-        }
+        void swap(Content& other) noexcept { entries_.swap(other.entries_); }
         std::vector<Entry> entries_;
-        std::size_t size_ = 0;
     };
 
     KeyTrack() = default;
     KeyTrack(const KeyTrack&) = delete;
     KeyTrack& operator=(const KeyTrack&) = delete;
 
-    [[nodiscard]] bool empty() const noexcept { return content_.size_ == 0; }
-    [[nodiscard]] std::size_t size() const noexcept { return content_.size_; }
+    [[nodiscard]] bool empty() const noexcept { return end_ == nullptr; }
+    [[nodiscard]] std::size_t size() const noexcept
+    {
+        settle();
+        return countKeys();
+    }
 
     /// The i-th key in the order of time, i < size().
     [[nodiscard]] const Key& key(std::size_t i) const noexcept
     {
+        settle();
         const std::vector<Entry>& entries = content_.entries_;
         const auto after =
             std::upper_bound(entries.begin(), entries.end(), i,
@@ -123,6 +123,7 @@ public:
     template <class F>
     void forEach(F&& f) const
     {
+        settle();
         for (const Entry& entry : content_.entries_) {
             for (std::uint32_t i = 0; i < entry.block->count; ++i)
                 f(entry.block->keys()[i]);
@@ -158,7 +159,6 @@ public:
             Pool::instance().drop(block);
             content_.entries_.erase(content_.entries_.begin() + place.block);
         }
-        --content_.size_;
         renumber(place.block);
         refreshEnd();
         return true;
@@ -172,7 +172,6 @@ public:
         Place place = seek(time);
         if (keyAt(place).time == time)
             place = next(place);
-        content_.size_ = content_.entries_[place.block].first + place.key;
         const std::size_t kept = place.block + (place.key != 0 ? 1 : 0);
         while (content_.entries_.size() > kept) {
             Pool::instance().drop(content_.entries_.back().block);
@@ -193,6 +192,7 @@ public:
     template <class F>
     void transformValues(F&& f)
     {
+        settle();
         for (std::size_t b = 0; b < content_.entries_.size(); ++b) {
             Block* const block = writable(b);
             for (std::uint32_t i = 0; i < block->count; ++i)
@@ -204,9 +204,9 @@ public:
     /// The state of now, to be put back with `exchange`.
     [[nodiscard]] Content content()
     {
+        settle();
         Content copy;
         copy.entries_ = content_.entries_;
-        copy.size_ = content_.size_;
         for (const Entry& entry : copy.entries_)
             ++entry.block->users;
         limit_ = end_; // the last block is shared from here on
@@ -216,6 +216,7 @@ public:
     /// Swaps the whole state. Constant time.
     void exchange(Content& other) noexcept
     {
+        settle();
         content_.swap(other);
         cursor_ = {};
         refreshEnd();
@@ -270,6 +271,7 @@ private:
     /// The first key at or behind `time`, which is not behind the last key.
     [[nodiscard]] Place seek(Flicks time) const noexcept
     {
+        settle();
         if (const Place near = cursor_; isFirstAtOrBehind(near, time))
             return near;
         if (const Place near = cursor_; isInside(near)) {
@@ -314,20 +316,37 @@ private:
         end_->time = time;
         end_->value = value;
         ++end_;
-        ++content_.entries_.back().block->count;
-        ++content_.size_;
+    }
+
+    /// Tells the last block how many keys it holds. `append` leaves that: it would fetch the table
+    /// and the block's head too, which no other write of a take looks at.
+    void settle() const noexcept
+    {
+        if (end_ == nullptr)
+            return;
+        Block* const last = content_.entries_.back().block;
+        last->count = static_cast<std::uint32_t>(end_ - last->keys());
+    }
+
+    /// Of a settled track.
+    [[nodiscard]] std::size_t countKeys() const noexcept
+    {
+        const std::vector<Entry>& entries = content_.entries_;
+        return entries.empty() ? 0 : entries.back().first + entries.back().block->count;
     }
 
     /// Makes the last block one that can take a key.
     [[gnu::noinline]] void openEnd()
     {
+        settle();
         std::vector<Entry>& entries = content_.entries_;
         if (entries.empty() || entries.back().block->full()) {
             const std::uint32_t wanted = std::min<std::uint32_t>(
                 static_cast<std::uint32_t>(entries.size()), Pool::kClasses - 1);
             if (entries.size() == entries.capacity())
                 entries.reserve(2 * entries.size() + 4);
-            entries.push_back({Pool::instance().take(wanted), content_.size_});
+            const std::size_t before = countKeys();
+            entries.push_back({Pool::instance().take(wanted), before});
         } else {
             writable(entries.size() - 1);
         }
@@ -348,7 +367,6 @@ private:
         move(gap + 1, gap, block->count - place.key);
         *gap = key;
         ++block->count;
-        ++content_.size_;
         renumber(place.block);
         refreshEnd();
     }
@@ -408,9 +426,9 @@ private:
         }
     }
 
-    Content content_;
-    Key* end_ = nullptr;   ///< one behind the last key
+    Key* end_ = nullptr;   ///< one behind the last key; null: no key
     Key* limit_ = nullptr; ///< where the last block ends, or end_ where it may not be written to
+    Content content_;      ///< but for the count of the last block, see `settle`
     mutable Place cursor_{0, 0};
 };
 

@@ -11,7 +11,7 @@ namespace tvw::rgs::stage {
 
 NodeHandle::NodeHandle(StageNode& node, CInterface* owner, std::string shortName,
                        core::CoreNode* parent, std::int64_t userValue)
-    : CoreNode(owner, std::move(shortName), parent, userValue), node_(&node)
+    : CoreNode(owner, std::move(shortName), parent, userValue), node_(&node), maker_(owner)
 {
 }
 
@@ -156,28 +156,30 @@ void NodeHandle::markDeleted()
 
 CSnapshot* NodeHandle::getSnapshot(double time)
 {
-    return isDeleted() ? nullptr : poses_.take(*node_, time);
+    return isDeleted() ? nullptr : node_->stage().snapshots_.poses.take(*node_, time);
 }
 
 CSnapshot_Helper* NodeHandle::getHelperSnapshot()
 {
-    return isDeleted() ? nullptr : helpers_.take(*node_, 0.0);
+    return isDeleted() ? nullptr : node_->stage().snapshots_.helpers.take(*node_, 0.0);
 }
 
 CSnapshot_Mesh* NodeHandle::getMeshSnapshot(double time)
 {
     const bool hasMesh = node_->kind() != NodeKind::Helper && node_->mesh();
-    return isDeleted() || !hasMesh ? nullptr : meshes_.take(*node_, time);
+    return isDeleted() || !hasMesh ? nullptr : node_->stage().snapshots_.meshes.take(*node_, time);
 }
 
 CSnapshot_Lens* NodeHandle::getLensSnapshot(double time)
 {
-    return isDeleted() || !node_->hasLens() ? nullptr : lenses_.take(*node_, time);
+    return isDeleted() || !node_->hasLens() ? nullptr
+                                            : node_->stage().snapshots_.lenses.take(*node_, time);
 }
 
 CSnapshot_Shape* NodeHandle::getShapeSnapshot(double time)
 {
-    return isDeleted() || !node_->spline() ? nullptr : shapes_.take(*node_, time);
+    return isDeleted() || !node_->spline() ? nullptr
+                                           : node_->stage().snapshots_.shapes.take(*node_, time);
 }
 
 namespace {

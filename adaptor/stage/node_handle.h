@@ -1,7 +1,6 @@
 /// What the core and the tools hold of a stage's node.
 #pragma once
 
-#include "adaptor/stage/snapshots.h"
 #include "core/core_node.h"
 
 namespace tvw::rgs::stage {
@@ -64,16 +63,12 @@ private:
     void rename(const std::string& name);
 
     StageNode* node_;
+    const CInterface* const maker_; ///< the owner at first; it may be gone
     bool listed_ = false;
     bool loose_ = false;
     bool free_ = false;  ///< a loose handle that waits in the pool
     bool ended_ = false; ///< destroyed while undo records still point at it
     int records_ = 0;    ///< undo records that point at this
-    SnapshotPool<PoseSnapshot> poses_;
-    SnapshotPool<HelperSnapshot> helpers_;
-    SnapshotPool<MeshSnapshot> meshes_;
-    SnapshotPool<LensSnapshot> lenses_;
-    SnapshotPool<ShapeSnapshot> shapes_;
 };
 
 } // namespace tvw::rgs::stage

@@ -26,14 +26,21 @@ public:
         time_ = time;
         inUse_ = true;
     }
-    void close() noexcept { inUse_ = false; }
-    [[nodiscard]] bool inUse() const noexcept { return inUse_; }
+    /// Back to the pool that `home` belongs to. Once is enough; a second time does nothing.
+    void close() noexcept
+    {
+        if (inUse_)
+            home_->push_back(this); // room was made when this was
+        inUse_ = false;
+    }
+    void setHome(std::vector<SnapshotBase*>& home) noexcept { home_ = &home; }
 
 protected:
     ~SnapshotBase() = default;
 
     StageNode* node_ = nullptr;
     double time_ = 0.0;
+    std::vector<SnapshotBase*>* home_ = nullptr;
     bool inUse_ = false;
 };
 
@@ -97,31 +104,44 @@ public:
     void tangentAt(Vector3<double>& out, double u) override;
 };
 
-/// Snapshots of one kind. One that was given back is handed out again, so that a tick allocates
-/// nothing once as many exist as are open at the same time.
+/// Snapshots of one kind. The one that was given back last is handed out next, so that a tick
+/// allocates nothing once as many exist as are open at the same time, and finds them in the nearest
+/// cache.
 template <class S>
 class SnapshotPool
 {
 public:
     S* take(StageNode& node, double time)
     {
-        S* const snapshot = findFree();
+        if (free_.empty())
+            make();
+        S* const snapshot = static_cast<S*>(free_.back());
+        free_.pop_back();
         snapshot->open(node, time);
         return snapshot;
     }
 
 private:
-    S* findFree()
+    void make()
     {
-        for (auto it = all_.rbegin(); it != all_.rend(); ++it) {
-            if (!(*it)->inUse())
-                return it->get();
-        }
         all_.push_back(std::make_unique<S>());
-        return all_.back().get();
+        all_.back()->setHome(free_);
+        free_.reserve(all_.size());
+        free_.push_back(all_.back().get());
     }
 
     std::vector<std::unique_ptr<S>> all_;
+    std::vector<SnapshotBase*> free_;
+};
+
+/// One pool of each kind for all nodes of a stage.
+struct SnapshotPools
+{
+    SnapshotPool<PoseSnapshot> poses;
+    SnapshotPool<HelperSnapshot> helpers;
+    SnapshotPool<MeshSnapshot> meshes;
+    SnapshotPool<LensSnapshot> lenses;
+    SnapshotPool<ShapeSnapshot> shapes;
 };
 
 } // namespace tvw::rgs::stage

@@ -165,6 +165,7 @@ void Stage::clear()
 {
     tell([](StageListener& listener) { listener.sceneClosing(); });
     undo_.clear();
+    handlesOf_.clear();
     handles_.clear();
     loose_.clear();
     top_.clear();

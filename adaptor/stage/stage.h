@@ -8,6 +8,7 @@
 #pragma once
 
 #include "adaptor/stage/node_handle.h"
+#include "adaptor/stage/snapshots.h"
 #include "adaptor/stage/stage_listener.h"
 #include "adaptor/stage/stage_node.h"
 #include "adaptor/stage/undo_stack.h"
@@ -222,6 +223,7 @@ private:
     NodeHandle& looseHandle(StageNode& node);
     void endHandle(NodeHandle& handle);
     void dropHandle(NodeHandle& handle);
+    [[nodiscard]] const std::vector<NodeHandle*>& handlesOf(const CInterface* owner) const;
     void clearNodeTags();
 
     void swapTime(double& time, core::TimeRange& range);
@@ -253,7 +255,10 @@ private:
     std::unordered_map<std::string, StageNode*> byName_;
     std::unordered_map<std::string, int> suffixes_;    ///< last number tried behind a name
     std::vector<std::unique_ptr<NodeHandle>> handles_; ///< in the order of creation
-    std::vector<std::unique_ptr<NodeHandle>> loose_;   ///< handed out and free ones
+    std::unordered_map<const CInterface*, std::vector<NodeHandle*>>
+        handlesOf_; ///< those made for an owner; a handle that it let go stays among them
+    std::vector<std::unique_ptr<NodeHandle>> loose_; ///< handed out and free ones
+    SnapshotPools snapshots_;
     std::vector<StageListener*> listeners_;
     std::vector<Message> messages_;
     UndoStack undo_; ///< last: its records point at the nodes and handles

@@ -182,39 +182,41 @@ Matrix4 StageNode::localAt(Flicks time) const noexcept
 
 const Matrix4& StageNode::worldAt(Flicks time) const
 {
-    return worldEntry(time).world;
+    return worldPoses_[worldIndex(time)];
 }
 
-const StageNode::WorldEntry& StageNode::worldEntry(Flicks time) const
+std::size_t StageNode::worldIndex(Flicks time) const
 {
-    WorldEntry* entry = nullptr;
-    for (WorldEntry& known : worlds_) {
-        if (known.sceneVersion != 0 && known.time == time)
-            entry = &known;
+    std::size_t index = worlds_.size();
+    for (std::size_t i = 0; i < worlds_.size(); ++i) {
+        if (worlds_[i].sceneVersion != 0 && worlds_[i].time == time)
+            index = i;
     }
-    if (entry && entry->sceneVersion == stage_->poseVersion_)
-        return *entry;
+    const bool known = index != worlds_.size();
+    if (known && worlds_[index].sceneVersion == stage_->poseVersion_)
+        return index;
 
-    const WorldEntry* const above = parent_ ? &parent_->worldEntry(time) : nullptr;
-    const std::uint64_t parentStamp = above ? above->stamp : 0;
-    const bool stands = entry && entry->ownVersion == poseVersion_ &&
-                        entry->parentStamp == parentStamp &&
-                        (entry->heldEpoch == 0 || entry->heldEpoch == stage_->epoch_);
-    if (!stands) {
-        if (!entry) {
-            entry = &worlds_[oldestWorld_];
-            oldestWorld_ ^= 1U;
-        }
-        const Matrix4 local = localAt(time);
-        entry->world = above ? above->world * local : local;
-        entry->time = time;
-        entry->ownVersion = poseVersion_;
-        entry->parentStamp = parentStamp;
-        entry->stamp = ++stage_->worldStamp_;
-        entry->heldEpoch = pose_.isHeld(time, stage_->epoch_) ? stage_->epoch_ : 0;
+    const std::size_t above = parent_ ? parent_->worldIndex(time) : 0;
+    const std::uint64_t parentStamp = parent_ ? parent_->worlds_[above].stamp : 0;
+    if (!known) {
+        index = oldestWorld_;
+        oldestWorld_ ^= 1U;
     }
-    entry->sceneVersion = stage_->poseVersion_;
-    return *entry;
+    WorldEntry& entry = worlds_[index];
+    const bool stands = known && entry.ownVersion == poseVersion_ &&
+                        entry.parentStamp == parentStamp &&
+                        (entry.heldEpoch == 0 || entry.heldEpoch == stage_->epoch_);
+    if (!stands) {
+        const Matrix4 local = localAt(time);
+        worldPoses_[index] = parent_ ? parent_->worldPoses_[above] * local : local;
+        entry.time = time;
+        entry.ownVersion = poseVersion_;
+        entry.parentStamp = parentStamp;
+        entry.stamp = ++stage_->worldStamp_;
+        entry.heldEpoch = pose_.isHeld(time, stage_->epoch_) ? stage_->epoch_ : 0;
+    }
+    entry.sceneVersion = stage_->poseVersion_;
+    return index;
 }
 
 bool StageNode::setLocal(const Matrix4& pose, double time, bool key)

@@ -48,7 +48,7 @@ struct NodeState
     bool alwaysOnTop = false;
 };
 
-class StageNode
+class alignas(64) StageNode // a line of the caches
 {
 public:
     StageNode(const StageNode&) = delete;
@@ -146,18 +146,18 @@ private:
 
     struct WorldEntry
     {
-        Matrix4 world;
         Flicks time = 0;
         std::uint64_t sceneVersion = 0; ///< of the stage's poses; 0: never computed
         std::uint64_t ownVersion = 0;
         std::uint64_t parentStamp = 0; ///< of the parent's entry that was used; 0: none
-        std::uint64_t stamp = 0;       ///< differs whenever `world` may
+        std::uint64_t stamp = 0;       ///< differs whenever the pose may
         std::uint64_t heldEpoch = 0;   ///< when the local pose was a held one
     };
 
     StageNode(Stage& stage, NodeKind kind) : stage_(&stage), kind_(kind) {}
 
-    [[nodiscard]] const WorldEntry& worldEntry(Flicks time) const;
+    /// Of the entry for that time, up to date.
+    [[nodiscard]] std::size_t worldIndex(Flicks time) const;
     bool setLocalAt(const Matrix4& pose, Flicks time, bool key);
     bool setWorldAt(const Matrix4& pose, Flicks time, bool key);
     void touch() noexcept;     ///< something that shows has changed
@@ -171,22 +171,25 @@ private:
     void prepareRun(std::size_t frames);
     void releaseContent() noexcept;
 
+    // What a write of a pose looks at stands first and side by side: a run writes thousands of
+    // nodes in turn, and fetches each from beyond the nearest caches.
     Stage* stage_;
+    StageNode* parent_ = nullptr;
     NodeKind kind_;
     bool present_ = false;
-    StageNode* parent_ = nullptr;
+    std::uint64_t version_ = 1;
+    std::uint64_t poseVersion_ = 1;
+    Animated<Matrix4> pose_;
+    mutable std::array<WorldEntry, 2> worlds_;
+    mutable std::array<Matrix4, 2> worldPoses_;
+    mutable unsigned oldestWorld_ = 0;
+    int presenceRecords_ = 0;
+    std::uint64_t stateNoted_ = 0;
+    Animated<double> fov_;
+    Animated<double> targetDistance_;
     std::vector<StageNode*> children_;
     std::vector<NodeHandle*> handles_;
     NodeState state_;
-    Animated<Matrix4> pose_;
-    Animated<double> fov_;
-    Animated<double> targetDistance_;
-    std::uint64_t version_ = 1;
-    std::uint64_t poseVersion_ = 1;
-    std::uint64_t stateNoted_ = 0;
-    int presenceRecords_ = 0;
-    mutable std::array<WorldEntry, 2> worlds_;
-    mutable unsigned oldestWorld_ = 0;
 };
 
 } // namespace tvw::rgs::stage

@@ -50,6 +50,7 @@ NodeHandle& Stage::makeHandle(StageNode& node, CInterface* owner, std::string sh
         std::make_unique<NodeHandle>(node, owner, std::move(shortName), parent, userValue));
     NodeHandle& handle = *handles_.back();
     node.handles_.push_back(&handle);
+    handlesOf_[owner].push_back(&handle);
     if (undo_.isOpen())
         undo_.push(new NodeInstanceRestoreObj(handle, {}));
     handle.listed_ = true;
@@ -87,16 +88,27 @@ void Stage::endHandle(NodeHandle& handle)
 
 void Stage::dropHandle(NodeHandle& handle)
 {
+    const auto siblings = handlesOf_.find(handle.maker_);
+    std::erase(siblings->second, &handle);
+    if (siblings->second.empty())
+        handlesOf_.erase(siblings);
     std::erase_if(handles_, [&](const auto& known) { return known.get() == &handle; });
 }
 
 core::CoreNode* Stage::findNode(CInterface* owner, std::string name)
 {
-    for (const auto& handle : handles_) {
+    for (NodeHandle* const handle : handlesOf(owner)) {
         if (handle->listed_ && handle->owner_ == owner && handle->shortName_ == name)
-            return handle.get();
+            return handle;
     }
     return nullptr;
+}
+
+const std::vector<NodeHandle*>& Stage::handlesOf(const CInterface* owner) const
+{
+    static const std::vector<NodeHandle*> none;
+    const auto found = handlesOf_.find(owner);
+    return found == handlesOf_.end() ? none : found->second;
 }
 
 void Stage::getAllNodes(ReturnValue<std::vector<core::CoreNode*>>& out)
@@ -112,9 +124,9 @@ void Stage::getAllNodes(ReturnValue<std::vector<core::CoreNode*>>& out)
 void Stage::getNodes(CInterface* owner, ReturnValue<std::vector<core::CoreNode*>>& out)
 {
     std::vector<core::CoreNode*> own;
-    for (const auto& handle : handles_) {
+    for (NodeHandle* const handle : handlesOf(owner)) {
         if (handle->listed_ && handle->owner_ == owner)
-            own.push_back(handle.get());
+            own.push_back(handle);
     }
     out.assign(own);
 }
@@ -166,16 +178,17 @@ void Stage::beginRun(std::vector<CInterface*>& instances)
 {
     undo_.push(new CSetTimeRestoreObj(*this));
     std::vector<StageNode*> nodes;
-    std::vector<StageNode*> touched; // and cameras whose pose is the user's: a tool may drive their lens
-    for (const auto& handle : handles_) {
-        const bool runs =
-            std::find(instances.begin(), instances.end(), handle->owner_) != instances.end();
-        if (!runs || handle->isDeleted())
-            continue;
-        if (handle->owned_)
-            nodes.push_back(handle->node_);
-        if (handle->owned_ || handle->node_->hasLens())
-            touched.push_back(handle->node_);
+    std::vector<StageNode*>
+        touched; // and cameras whose pose is the user's: a tool may drive their lens
+    for (const CInterface* const instance : instances) {
+        for (NodeHandle* const handle : handlesOf(instance)) {
+            if (handle->owner_ != instance || handle->isDeleted())
+                continue;
+            if (handle->owned_)
+                nodes.push_back(handle->node_);
+            if (handle->owned_ || handle->node_->hasLens())
+                touched.push_back(handle->node_);
+        }
     }
     // The poses are read before the first is written: none may see another's key.
     std::vector<Matrix4> poses;

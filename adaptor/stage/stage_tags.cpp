@@ -155,7 +155,7 @@ void Stage::saveNodeTags(CInterface* owner)
     const std::string tool = hooks.ownerName ? hooks.ownerName(owner) : std::string();
     MasterNodes masters;
     owner->call(code::masterNode, static_cast<XmlSink*>(&masters));
-    for (const auto& handle : handles_) {
+    for (NodeHandle* const handle : handlesOf(owner)) {
         if (handle->owner_ != owner || handle->isDeleted())
             continue;
         xml::Element tag = xml::Tag(kTagProperty);

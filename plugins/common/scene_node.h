@@ -13,8 +13,9 @@ struct Color
     float red, green, blue; ///< each 0 to 1
 };
 
-inline constexpr Color kReferenceColor{0.8784314F, 0.3372549F, 0.3372549F}; ///< frames, ground, targets
-inline constexpr Color kMovedColor{0.3372549F, 0.8784314F, 0.3372549F};     ///< what a tool moves
+inline constexpr Color kReferenceColor{0.8784314F, 0.3372549F,
+                                       0.3372549F};                     ///< frames, ground, targets
+inline constexpr Color kMovedColor{0.3372549F, 0.8784314F, 0.3372549F}; ///< what a tool moves
 inline constexpr Color kCameraColor{0.3372549F, 0.5647059F, 0.8784314F};
 
 /// Which switch of the tool shows and hides a node ("Hide Helpers" or one of its own).
@@ -27,7 +28,7 @@ struct NodeRow
     std::string_view name;   ///< with the prefix, unique within the tool
     CMesh (*mesh)();         ///< what the user sees and grabs
     Color color = kMovedColor;
-    int parent = -1;         ///< row of the parent, which stands earlier; -1: top level
+    int parent = -1; ///< row of the parent, which stands earlier; -1: top level
     std::int64_t kind = nodekind::shape;
     NodeGroup group = NodeGroup::Helpers;
     Matrix4 (*place)() = nullptr; ///< local pose at creation; null: identity
@@ -37,8 +38,8 @@ struct NodeRow
     std::string fullName() const { return std::string(prefix).append(name); }
 };
 
-/// A pose of the node is read and written through its snapshots; a node that was deleted reads as the
-/// identity, and a write to it does nothing. [live]
+/// A pose of the node is read and written through its snapshots; a node that was deleted reads as
+/// the identity, and a write to it does nothing. [live]
 class SceneNode
 {
 public:
@@ -74,10 +75,10 @@ public:
     void setLocal(double time, const Matrix4& pose);
 
 private:
+    CInterface* runtime_ = nullptr; // first what a tick looks at
+    CNode* handle_ = nullptr;
     const NodeRow* row_;
     std::string name_;
-    CInterface* runtime_ = nullptr;
-    CNode* handle_ = nullptr;
 };
 
 } // namespace tvw::rgs
