@@ -76,6 +76,13 @@ public:
         return countKeys();
     }
 
+    /// Asks for the memory of the next key.
+    void fetchEnd() const noexcept
+    {
+        for (std::size_t byte = 0; byte <= sizeof(Key); byte += 64)
+            __builtin_prefetch(reinterpret_cast<const char*>(end_) + byte, 1);
+    }
+
     /// The i-th key in the order of time, i < size().
     [[nodiscard]] const Key& key(std::size_t i) const noexcept
     {

@@ -22,12 +22,16 @@ NodeHandle::~NodeHandle()
 
 std::vector<std::int32_t> NodeHandle::supportedCodes()
 {
-    return {code::openSelection, code::closeSelection, code::disown,
-            code::isSameNode,    code::renameNode,     code::copyNode};
+    return {code::openSelection, code::closeSelection, code::disown, code::isSameNode,
+            code::renameNode,    code::copyNode,       code::fetch};
 }
 
 std::intptr_t NodeHandle::call(std::int32_t code, void* argument)
 {
+    if (code == code::fetch) { // of every node in every tick: before all others
+        node_->fetch();
+        return 1;
+    }
     Stage& stage = node_->stage();
     switch (code) {
     case code::openSelection:

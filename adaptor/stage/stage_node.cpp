@@ -175,6 +175,12 @@ void StageNode::setProperty(const std::string& key, const std::string& text)
         change().properties[key] = text;
 }
 
+void StageNode::fetch() const noexcept
+{
+    __builtin_prefetch(&worlds_);
+    pose_.keys.fetchEnd();
+}
+
 Matrix4 StageNode::localAt(Flicks time) const noexcept
 {
     return pose_.at(time, stage_->epoch_, state_.local);

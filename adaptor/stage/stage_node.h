@@ -95,6 +95,9 @@ public:
     bool setLocal(const Matrix4& pose, double time, bool key);
     bool setWorld(const Matrix4& pose, double time, bool key);
 
+    /// Asks for the memory that a write of a pose needs, and goes on at once.
+    void fetch() const noexcept;
+
     [[nodiscard]] Matrix4 localAt(Flicks time) const noexcept;
     [[nodiscard]] const Matrix4& worldAt(Flicks time) const; ///< until the next call on this node
 

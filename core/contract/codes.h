@@ -29,6 +29,8 @@ inline constexpr std::int32_t disown = 17;     ///< no argument; runs leave the 
 inline constexpr std::int32_t isSameNode = 31; ///< CNode*; 1 when both stand for one scene node
 inline constexpr std::int32_t renameNode = 32; ///< const std::string*; inside an undo of its own
 inline constexpr std::int32_t copyNode = 37;   ///< CNode** out; a copy of the scene node
+/// No argument. The node's pose is read or written soon: a host may ask for its memory.
+inline constexpr std::int32_t fetch = 64;
 
 // Answered by a mesh at one time (`CSnapshot_Mesh::call`).
 inline constexpr std::int32_t castRayFan = 62; ///< MeshRayFan*; 1 when all its rays are answered

@@ -148,6 +148,7 @@ protected:
 private:
     void declareInputs();
     void declareOutputs();
+    void fetchNodes() const;
     void hideForRun();
     void showAfterRun();
     const HideSwitch* findSwitch(std::string_view label) const;
