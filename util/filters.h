@@ -59,20 +59,11 @@ inline void alignHemispheres(Quatd& state, Quatd& target) noexcept
 {
     target = upperHemisphere(target);
     state = upperHemisphere(state);
-    if (distanceSquared(state, target) > distanceSquared(state, -target)) {
+    constexpr double kClear = 0.25; // far above what rounding can turn, up to lengths of a million
+    if (dot(state, target) < kClear &&
+        distanceSquared(state, target) > distanceSquared(state, -target)) {
         state = -state;
     }
-}
-
-template <class T>
-void responseLoop(T& state, const T& target, double factor, double dt) noexcept
-{
-    if (factor == 0.0 || factor == 1.0) {
-        state = target;
-        return;
-    }
-    const FilterSteps steps = filterSteps(dt);
-    approach(state, target, steps.share * factor, steps.count);
 }
 
 template <class T>
@@ -96,20 +87,62 @@ void smoothingLoop(T& state, const T& target, double factor, double dt) noexcept
 
 } // namespace detail
 
+/// The response of one factor in steps of one length: what many values or sub-steps have in common
+/// is worked out once.
+class Response
+{
+public:
+    Response() = default; ///< at once
+    Response(double factor, double dt) noexcept
+    {
+        if (factor == 0.0 || factor == 1.0) {
+            return;
+        }
+        const detail::FilterSteps steps = detail::filterSteps(dt);
+        share_ = steps.share * factor;
+        count_ = steps.count;
+    }
+
+    [[nodiscard]] bool isAtOnce() const noexcept { return count_ == 0; }
+
+    void step(double& state, double target) const noexcept { move(state, target); }
+    void step(Vector3d& state, const Vector3d& target) const noexcept { move(state, target); }
+    void step(Quatd& state, Quatd target) const noexcept
+    {
+        detail::alignHemispheres(state, target);
+        move(state, target);
+        state = normalise(state);
+    }
+
+private:
+    template <class T>
+    void move(T& state, const T& target) const noexcept
+    {
+        if (count_ == 1) [[likely]] { // of steps below the time base
+            detail::approach(state, target, share_, 1);
+        } else if (isAtOnce()) {
+            state = target;
+        } else {
+            detail::approach(state, target, share_, count_);
+        }
+    }
+
+    double share_ = 1.0; ///< of what is left, in each of `count_` rounds
+    int count_ = 0;      ///< 0: at once
+};
+
 /// A factor of exactly 0 or exactly 1 reaches the target at once, whatever dt is.
 inline void response(double& state, double target, double factor, double dt) noexcept
 {
-    detail::responseLoop(state, target, factor, dt);
+    Response(factor, dt).step(state, target);
 }
 inline void response(Vector3d& state, const Vector3d& target, double factor, double dt) noexcept
 {
-    detail::responseLoop(state, target, factor, dt);
+    Response(factor, dt).step(state, target);
 }
 inline void response(Quatd& state, Quatd target, double factor, double dt) noexcept
 {
-    detail::alignHemispheres(state, target);
-    detail::responseLoop(state, target, factor, dt);
-    state = normalise(state);
+    Response(factor, dt).step(state, target);
 }
 
 /// As response, but it is the share of one sub-step that reaches the target at once where it is 1

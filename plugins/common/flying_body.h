@@ -36,11 +36,12 @@ public:
 
     const QTransformd& pose() const { return ring_[0]; }
 
-    void moveTo(const QTransformd& next)
+    void moveTo(const Vector3d& position, const Quatd& orientation)
     {
         ring_[2] = ring_[1];
         ring_[1] = ring_[0];
-        ring_[0] = next;
+        ring_[0].translation = position;
+        ring_[0].rotation = orientation;
     }
 
     /// Over the last step of h [s], or over the one before it.

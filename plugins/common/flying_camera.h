@@ -74,8 +74,8 @@ protected:
     /// sub-step [s].
     virtual void takesOff(double h) = 0;
 
-    /// One sub-step of h [s].
-    virtual void fly(double h) = 0;
+    /// A frame in its sub-steps, in which inputs and settings stay.
+    virtual void fly(const SubSteps& steps) = 0;
 
     FlyingBody body_;
 
@@ -100,9 +100,7 @@ private:
     void step(double time) final
     {
         this->hear();
-        const SubSteps steps = subSteps(this->stepLength());
-        for (int i = 0; i < steps.count; ++i)
-            fly(steps.length);
+        fly(subSteps(this->stepLength()));
         SceneNode& camera = this->node(kFlyingCamera);
         camera.setLocal(time, scaled(toMatrix(body_.pose()), scale_));
         lens_.write(this->runtime(), camera, time, this->stepLength(), this->settings.lens);

@@ -8,36 +8,50 @@ namespace {
 
 constexpr Vector3d kVertical{0, 1, 0};
 
+/// The unit directions of the linear speeds.
+struct FlightAxes
+{
+    Vector3d forward, right, up;
+};
+
+/// fromRotationVector(axis * angle), to the bit, for an axis of the space: its length needs no
+/// root.
 Quatd turnAbout(const Vector3d& axis, double angle)
 {
-    return fromRotationVector(axis * angle);
+    constexpr double kLeast = 1e-150; // its square is a normal number
+    const double size = std::abs(angle);
+    if (!(size > kLeast))
+        return fromRotationVector(axis * angle);
+    const Vector3d v = axis * angle * (1.0 / size) * std::sin(size / 2.0);
+    return {v.x, v.y, v.z, std::cos(size / 2.0)};
 }
 
 FlightAxes levelAxes(const Vector3d& X, const Vector3d& Y, const Vector3d& Z)
 {
     constexpr double kUpright = 1e-6; // sine of the angle to the vertical
-    FlightAxes axes{.forward = {}, .right = {X.x, 0, X.z}, .up = kVertical};
-    axes.right = normalise(axes.right);
+    const Vector3d right = normalise(Vector3d{X.x, 0, X.z});
     const Vector3d back{Z.x, 0, Z.z};
-    if (length(back) < kUpright) // straight up or down
-        axes.forward = normalise(cross(kVertical, axes.right));
-    else
-        axes.forward = normalise(back) * (Y.y < 0.0 ? 1.0 : -1.0);
-    return axes;
+    const double flat = length(back);
+    if (flat < kUpright) // straight up or down
+        return {.forward = normalise(cross(kVertical, right)), .right = right, .up = kVertical};
+    const double forth = Y.y < 0.0 ? 1.0 : -1.0;
+    return {.forward = back * (1.0 / flat) * forth, .right = right, .up = kVertical};
+}
+
+FlightAxes flightAxes(const Quatd& orientation, bool level)
+{
+    const Matrix4 own = toMatrix(orientation);
+    const Vector3d X = own.axis(0);
+    const Vector3d Y = own.axis(1);
+    const Vector3d Z = own.axis(2);
+    return level ? levelAxes(X, Y, Z) : FlightAxes{.forward = -Z, .right = X, .up = Y};
 }
 
 } // namespace
 
-FlightAxes flightAxes(const Quatd& orientation, bool level)
+Vector3d flightVelocity(const Quatd& orientation, const FlightSpeeds& speeds, bool level)
 {
-    const Vector3d X = rotate(orientation, {1, 0, 0});
-    const Vector3d Y = rotate(orientation, {0, 1, 0});
-    const Vector3d Z = rotate(orientation, {0, 0, 1});
-    return level ? levelAxes(X, Y, Z) : FlightAxes{.forward = -Z, .right = X, .up = Y};
-}
-
-Vector3d velocityOf(const FlightSpeeds& speeds, const FlightAxes& axes)
-{
+    const FlightAxes axes = flightAxes(orientation, level);
     return axes.forward * speeds.forward + axes.right * speeds.right + axes.up * speeds.up;
 }
 

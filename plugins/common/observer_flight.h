@@ -19,15 +19,8 @@ struct FlightSpeeds
     double yawRight = 0.0, pitchUp = 0.0, rollRight = 0.0;
 };
 
-/// The unit directions of the linear speeds for a camera of this orientation.
-struct FlightAxes
-{
-    Vector3d forward, right, up;
-};
-
-FlightAxes flightAxes(const Quatd& orientation, bool level);
-
-Vector3d velocityOf(const FlightSpeeds& speeds, const FlightAxes& axes);
+/// Of a camera of this orientation [m/s], in the parent's axes.
+Vector3d flightVelocity(const Quatd& orientation, const FlightSpeeds& speeds, bool level);
 
 /// The orientation after the turns of dt [s].
 Quatd turned(const Quatd& orientation, const FlightSpeeds& speeds, bool level, double dt);

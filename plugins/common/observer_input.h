@@ -33,14 +33,6 @@ struct ObserverInput
     double filterMem = 0.0; ///< after the first filter
     double output = 0.0;    ///< after both
 
-    /// dt: step [s].
-    void follow(const ObserverSettings& settings, double dt)
-    {
-        const double factor = settings.share();
-        response(filterMem, raw * settings.maximum, factor, dt);
-        response(output, filterMem, factor, dt);
-    }
-
     /// Puts the output to `value` and the filters so that it goes on with the slope that it has:
     /// `previous` is the value one step of dt [s] earlier.
     void launch(double value, double previous, const ObserverSettings& settings, double dt)
@@ -53,6 +45,50 @@ struct ObserverInput
     }
 
     void stop() { filterMem = output = 0.0; }
+};
+
+/// What N inputs have in common in the steps of a frame, in which what the device gives and the
+/// settings stay. It moves the inputs that it was made from.
+template <std::size_t N>
+class ObserverDrives
+{
+public:
+    /// Inputs that get to their goal at once are put there. dt: of each step [s].
+    ObserverDrives(std::array<ObserverInput, N>& inputs,
+                   const std::array<ObserverSettings, N>& settings, double dt)
+    {
+        for (std::size_t i = 0; i < N; ++i) {
+            const Drive drive{&inputs[i], inputs[i].raw * settings[i].maximum,
+                              Response(settings[i].share(), dt)};
+            if (drive.response.isAtOnce())
+                drive.step();
+            else
+                slow_[slowCount_++] = drive;
+        }
+    }
+
+    void step() const
+    {
+        for (std::size_t i = 0; i < slowCount_; ++i)
+            slow_[i].step();
+    }
+
+private:
+    struct Drive
+    {
+        ObserverInput* input = nullptr;
+        double goal = 0.0;
+        Response response{};
+
+        void step() const
+        {
+            response.step(input->filterMem, goal);
+            response.step(input->output, input->filterMem);
+        }
+    };
+
+    std::array<Drive, N> slow_{};
+    std::size_t slowCount_ = 0;
 };
 
 /// An input as its tool's table has it.
@@ -150,10 +186,11 @@ protected:
         }
     }
 
+    using Drives = ObserverDrives<N>;
+
     void follow(const std::array<ObserverSettings, N>& each, double dt)
     {
-        for (std::size_t i = 0; i < N; ++i)
-            inputs_[i].follow(each[i], dt);
+        Drives(inputs_, each, dt).step();
     }
 
     std::array<ObserverInput, N> inputs_;

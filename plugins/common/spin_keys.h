@@ -14,6 +14,8 @@ inline constexpr double kLongestKeyedTurn = 0.99 * std::numbers::pi; ///< [rad]
 inline double wrapTurn(double angle) noexcept
 {
     constexpr double kTurn = 2.0 * std::numbers::pi;
+    if (angle >= 0.0 && angle < kTurn)
+        return angle;
     const double wrapped = std::fmod(angle, kTurn);
     if (wrapped >= 0.0)
         return wrapped;

@@ -50,19 +50,52 @@ void CObserverCamObject::takesOff(double h)
     flight().launchAngular(body_, h);
 }
 
-void CObserverCamObject::fly(double h)
+struct CObserverCamObject::Frame
 {
-    releaseRegulators(h);
-    follow(settings.inputs, h);
+    double h; ///< of a sub-step [s]
+    Drives drives;
+    bool level;
+    double walkTurn;   ///< [rad]
+    double shakeScale; ///< the variance of a sum of draws falls with their length
+    Response walkFadeOut, shakeFadeOut;
+    Response transl, orient, antiRoll;
+};
+
+CObserverCamObject::Frame CObserverCamObject::frameOf(double h)
+{
+    const Settings& s = settings;
+    return {.h = h,
+            .drives = Drives(inputs_, s.inputs, h),
+            .level = !s.allowRoll,
+            .walkTurn = s.walkCycleFrequency * 2.0 * std::numbers::pi * h,
+            .shakeScale = std::sqrt(kSubStep / h),
+            .walkFadeOut = Response(std::min(s.walkCycleFadeOut, 1.0), h),
+            .shakeFadeOut = Response(std::min(s.shakerFadeOut, 1.0), h),
+            .transl = Response(s.inputs[kTranslRegulator].share(), h),
+            .orient = Response(s.inputs[kOrientRegulator].share(), h),
+            .antiRoll = Response(s.inputs[kAntiRoll].share(), h)};
+}
+
+void CObserverCamObject::fly(const SubSteps& steps)
+{
+    switchRegulators(steps.length);
+    const Frame frame = frameOf(steps.length);
+    for (int i = 0; i < steps.count; ++i)
+        subStep(frame);
+}
+
+void CObserverCamObject::subStep(const Frame& frame)
+{
+    followBody();
+    frame.drives.step();
     FlightSpeeds speeds = flight().speeds();
-    addWalkCycle(speeds, h);
-    addShake(speeds, h);
-    QTransformd next;
-    next.translation = nextPosition(speeds, h);
-    next.rotation = nextOrientation(speeds, h);
+    addWalkCycle(speeds, frame);
+    addShake(speeds, frame);
+    const Vector3d position = nextPosition(speeds, frame);
+    const Quatd orientation = nextOrientation(speeds, frame);
     if (isHeld(kSaveState))
         regulators_.saved = body_.pose();
-    body_.moveTo(next);
+    body_.moveTo(position, orientation);
 }
 
 FlightInputs CObserverCamObject::flight()
@@ -71,7 +104,7 @@ FlightInputs CObserverCamObject::flight()
 }
 
 /// A body that a regulator lets go of coasts with the speed that it has.
-void CObserverCamObject::releaseRegulators(double h)
+void CObserverCamObject::switchRegulators(double h)
 {
     Regulators& r = regulators_;
     const bool transl = isHeld(kTranslRegulator);
@@ -81,91 +114,93 @@ void CObserverCamObject::releaseRegulators(double h)
         flight().launchLinear(body_, h);
     if ((r.orientActive && !orient) || (r.antiRollActive && !antiRoll))
         flight().launchAngular(body_, h);
-    if (!transl)
-        r.memory.translation = body_.pose().translation;
-    if (!orient)
-        r.memory.rotation = body_.pose().rotation;
-    if (!antiRoll)
-        r.antiRollMemory = body_.pose().rotation;
     r.translActive = transl;
     r.orientActive = orient;
     r.antiRollActive = antiRoll;
 }
 
+/// The memory of a regulator at rest is where the body is.
+void CObserverCamObject::followBody()
+{
+    Regulators& r = regulators_;
+    if (!r.translActive)
+        r.memory.translation = body_.pose().translation;
+    if (!r.orientActive)
+        r.memory.rotation = body_.pose().rotation;
+    if (!r.antiRollActive)
+        r.antiRollMemory = body_.pose().rotation;
+}
+
 /// The amplitude of a swing: the input's while it is held, and what is left of it afterwards.
-double CObserverCamObject::faded(Input input, double& amplitude, double factor, double h)
+double CObserverCamObject::faded(Input input, double& amplitude, const Response& fadeOut)
 {
     const Regulators& r = regulators_;
     const bool regulated = r.translActive || r.orientActive || r.antiRollActive;
     if (isHeld(input) || regulated)
         amplitude = inputs_[input].output;
     else
-        response(amplitude, 0.0, std::min(factor, 1.0), h);
+        fadeOut.step(amplitude, 0.0);
     return amplitude;
 }
 
-void CObserverCamObject::addWalkCycle(FlightSpeeds& speeds, double h)
+void CObserverCamObject::addWalkCycle(FlightSpeeds& speeds, const Frame& frame)
 {
-    walkPhase_ = wrapTurn(walkPhase_ + settings.walkCycleFrequency * 2.0 * std::numbers::pi * h);
-    const double amplitude = faded(kWalkCycle, walkAmplitude_, settings.walkCycleFadeOut, h);
-    speeds.pitchUp += amplitude * std::sin(walkPhase_);
+    walkPhase_ = wrapTurn(walkPhase_ + frame.walkTurn);
+    const double amplitude = faded(kWalkCycle, walkAmplitude_, frame.walkFadeOut);
+    if (amplitude != 0.0 && !regulators_.antiRollActive) // which holds the orientation alone
+        speeds.pitchUp += amplitude * std::sin(walkPhase_);
 }
 
 /// Random turns, and a slow pull back, so that the picture shakes about where the camera is held
 /// instead of wandering off.
-void CObserverCamObject::addShake(FlightSpeeds& speeds, double h)
+void CObserverCamObject::addShake(FlightSpeeds& speeds, const Frame& frame)
 {
     constexpr double kPullBack = 2.0; // [1/s]
-    // The variance of a sum of draws falls with their length.
-    const double amplitude =
-        faded(kShaker, shakeAmplitude_, settings.shakerFadeOut, h) * std::sqrt(kSubStep / h);
+    const double amplitude = faded(kShaker, shakeAmplitude_, frame.shakeFadeOut) * frame.shakeScale;
     Random random(random_);
     Vector3d rate; // about right, up and back
-    if (settings.allowRoll)
-        rate = {coarseDraw(random), coarseDraw(random), coarseDraw(random)};
-    else
+    if (frame.level)
         rate = {fineDraw(random), fineDraw(random), 0.0};
+    else
+        rate = {coarseDraw(random), coarseDraw(random), coarseDraw(random)};
     random_ = random.state();
-    if (regulators_.antiRollActive) { // which holds the orientation alone
+    if (regulators_.antiRollActive) {
         shake_ = {};
         return;
     }
-    rate = rate * amplitude - shake_ * std::min(kPullBack, 1.0 / h);
-    shake_ += rate * h;
+    rate = rate * amplitude - shake_ * std::min(kPullBack, 1.0 / frame.h);
+    shake_ += rate * frame.h;
     speeds.pitchUp += rate.x;
     speeds.yawRight -= rate.y;
     speeds.rollRight -= rate.z;
 }
 
-Quatd CObserverCamObject::nextOrientation(const FlightSpeeds& speeds, double h)
+Quatd CObserverCamObject::nextOrientation(const FlightSpeeds& speeds, const Frame& frame)
 {
     Regulators& r = regulators_;
     Quatd orientation = body_.pose().rotation;
     if (r.orientActive) {
-        const double factor = settings.inputs[kOrientRegulator].share();
-        response(r.memory.rotation, r.saved.rotation, factor, h);
-        response(orientation, r.memory.rotation, factor, h);
+        frame.orient.step(r.memory.rotation, r.saved.rotation);
+        frame.orient.step(orientation, r.memory.rotation);
     }
     if (r.antiRollActive) {
-        const double factor = settings.inputs[kAntiRoll].share();
-        response(r.antiRollMemory, antiRollTarget(orientation), factor, h);
-        response(orientation, r.antiRollMemory, factor, h);
+        frame.antiRoll.step(r.antiRollMemory, antiRollTarget(orientation));
+        frame.antiRoll.step(orientation, r.antiRollMemory);
         return orientation;
     }
-    return turned(orientation, speeds, !settings.allowRoll, h);
+    return turned(orientation, speeds, frame.level, frame.h);
 }
 
-Vector3d CObserverCamObject::nextPosition(const FlightSpeeds& speeds, double h)
+Vector3d CObserverCamObject::nextPosition(const FlightSpeeds& speeds, const Frame& frame)
 {
     Regulators& r = regulators_;
     const QTransformd& pose = body_.pose();
     Vector3d position = pose.translation;
     if (r.translActive) {
-        const double factor = settings.inputs[kTranslRegulator].share();
-        response(r.memory.translation, r.saved.translation, factor, h);
-        response(position, r.memory.translation, factor, h);
+        frame.transl.step(r.memory.translation, r.saved.translation);
+        frame.transl.step(position, r.memory.translation);
     }
-    return position + velocityOf(speeds, flightAxes(pose.rotation, !settings.allowRoll)) * h;
+    return position + flightVelocity(pose.rotation, speeds, frame.level) * frame.h;
 }
 
 } // namespace tvw::rgs::addon

@@ -19,22 +19,27 @@ private:
         QTransformd saved;  ///< the goal, set by "Save MemReg State"
         QTransformd memory; ///< of the two memory regulators
         Quatd antiRollMemory;
-        bool translActive = false; ///< in the last sub-step
+        bool translActive = false; ///< in the last frame
         bool orientActive = false;
         bool antiRollActive = false;
     };
 
+    struct Frame; ///< what its sub-steps have in common
+
     void takesOff(double h) override;
-    void fly(double h) override;
+    void fly(const SubSteps& steps) override;
+    Frame frameOf(double h);
+    void subStep(const Frame& frame);
 
     bool isHeld(observercam::Input input) const { return inputs_[input].raw != 0.0; }
     FlightInputs flight();
-    void releaseRegulators(double h);
-    double faded(observercam::Input input, double& amplitude, double factor, double h);
-    void addWalkCycle(FlightSpeeds& speeds, double h);
-    void addShake(FlightSpeeds& speeds, double h);
-    Quatd nextOrientation(const FlightSpeeds& speeds, double h);
-    Vector3d nextPosition(const FlightSpeeds& speeds, double h);
+    void switchRegulators(double h);
+    void followBody();
+    double faded(observercam::Input input, double& amplitude, const Response& fadeOut);
+    void addWalkCycle(FlightSpeeds& speeds, const Frame& frame);
+    void addShake(FlightSpeeds& speeds, const Frame& frame);
+    Quatd nextOrientation(const FlightSpeeds& speeds, const Frame& frame);
+    Vector3d nextPosition(const FlightSpeeds& speeds, const Frame& frame);
 
     Regulators regulators_;
     double walkAmplitude_ = 0.0; ///< [rad/s]

@@ -4,6 +4,10 @@ namespace tvw::rgs::addon {
 
 using namespace observercamfree;
 
+namespace {
+constexpr bool kLevel = true;
+}
+
 CObserverCamFreeObject::CObserverCamFreeObject(const CreateParam& param)
     : FlyingCamera(param, kSpec, kItems, "ObserverCamFree", kInputTable)
 {
@@ -11,7 +15,6 @@ CObserverCamFreeObject::CObserverCamFreeObject(const CreateParam& param)
 
 FlightInputs CObserverCamFreeObject::flight()
 {
-    constexpr bool kLevel = true;
     return {inputs_, kSettings, settings.relativeScale, kLevel};
 }
 
@@ -21,13 +24,17 @@ void CObserverCamFreeObject::takesOff(double h)
     flight().launchAngular(body_, h);
 }
 
-void CObserverCamFreeObject::fly(double h)
+void CObserverCamFreeObject::fly(const SubSteps& steps)
 {
-    follow(kSettings, h);
-    const FlightSpeeds speeds = flight().speeds();
-    const QTransformd& pose = body_.pose();
-    const Vector3d velocity = velocityOf(speeds, flightAxes(pose.rotation, true));
-    body_.moveTo({pose.translation + velocity * h, turned(pose.rotation, speeds, true, h)});
+    const Drives drives(inputs_, kSettings, steps.length);
+    for (int i = 0; i < steps.count; ++i) {
+        drives.step();
+        const FlightSpeeds speeds = flight().speeds();
+        const QTransformd& pose = body_.pose();
+        const Vector3d velocity = flightVelocity(pose.rotation, speeds, kLevel);
+        body_.moveTo(pose.translation + velocity * steps.length,
+                     turned(pose.rotation, speeds, kLevel, steps.length));
+    }
 }
 
 } // namespace tvw::rgs::addon

@@ -13,7 +13,7 @@ public:
 
 private:
     void takesOff(double h) override;
-    void fly(double h) override;
+    void fly(const SubSteps& steps) override;
     FlightInputs flight();
 };
 

@@ -11,13 +11,12 @@ public:
     explicit CZeroGCamObject(const CreateParam& param);
 
 private:
-    void takesOff(double h) override;
-    void fly(double h) override;
-    void push(double h);
-    void brake(double h);
+    struct Brakes; ///< of a frame
 
-    /// What speeds are divided by in a sub-step of h [s]; 1 without the brake.
-    double brakeDivisor(zerogcam::Input input, double h);
+    void takesOff(double h) override;
+    void fly(const SubSteps& steps) override;
+    void push(const Matrix4& own, double h);
+    void brake(const Matrix4& own, Brakes& brakes);
 
     Vector3d velocity_;        ///< [m/s] in the parent's axes
     Vector3d angularVelocity_; ///< [rad/s] in the parent's axes
