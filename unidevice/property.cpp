@@ -55,7 +55,8 @@ double Property::value()
     const double r = raw();
     const double sign = r < 0.0 ? -1.0 : 1.0;
     const double beyond = std::max(0.0, std::abs(r) - deadzone);
-    const double shaped = std::pow(beyond / (1.0 - deadzone), exponent);
+    const double stretched = beyond / (1.0 - deadzone);
+    const double shaped = exponent == 1.0 ? stretched : std::pow(stretched, exponent);
     return shaped * sign * multiplier + offset;
 }
 
