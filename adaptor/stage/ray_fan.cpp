@@ -105,18 +105,14 @@ typedef float Floats __attribute__((vector_size(16)));
 constexpr Marks kNone{kNoTriangle, kNoTriangle, kNoTriangle, kNoTriangle};
 
 namespace baseline {
-#include "adaptor/stage/ray_bundle.inc"
 #include "adaptor/stage/ray_fan_lanes.inc"
-#include "adaptor/stage/ray_lanes.inc"
 } // namespace baseline
 
 #pragma GCC push_options
 #pragma GCC target("avx2")
 #define RIGSTAGE_AVX2
 namespace avx2 {
-#include "adaptor/stage/ray_bundle.inc"
 #include "adaptor/stage/ray_fan_lanes.inc"
-#include "adaptor/stage/ray_lanes.inc"
 } // namespace avx2
 #pragma GCC pop_options
 
