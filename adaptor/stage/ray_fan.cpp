@@ -104,6 +104,34 @@ typedef float Floats __attribute__((vector_size(16)));
 
 constexpr Marks kNone{kNoTriangle, kNoTriangle, kNoTriangle, kNoTriangle};
 
+/// Normals of triangles that were hit: many rays share few of them.
+class HitNormals
+{
+public:
+    const Vector3d& of(const FanTree& tree, long long treeSlot)
+    {
+        const auto slot = static_cast<std::uint32_t>(treeSlot);
+        Known& known = known_[slot % kMost];
+        if (known.slot != slot) {
+            const FanLeaf& leaf = tree.leaves[slot / 4];
+            const auto lane = static_cast<int>(slot % 4);
+            const Vector3d a = leaf.at(0, lane);
+            known = {normalise(cross(leaf.at(1, lane) - a, leaf.at(2, lane) - a)), slot};
+        }
+        return known.normal;
+    }
+
+private:
+    static constexpr std::size_t kMost = 32; ///< each at the place that its slot gives
+
+    struct Known
+    {
+        Vector3d normal;
+        std::uint32_t slot = ~0U;
+    };
+    Known known_[kMost];
+};
+
 namespace baseline {
 #include "adaptor/stage/ray_fan_lanes.inc"
 } // namespace baseline
