@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace tvw::rgs::stage {
@@ -21,6 +22,17 @@ double halfArea(const Box& box)
         return 0.0;
     const Vector3d d = box.high - box.low;
     return d.x * d.y + d.y * d.z + d.z * d.x;
+}
+
+/// The nearest float that is less: no ray lies in the plane of a box's face by chance.
+float floatBelow(double value)
+{
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    constexpr float kLargest = std::numeric_limits<float>::max();
+    if (std::abs(value) > static_cast<double>(kLargest))
+        return value > 0.0 ? kLargest : -kInfinity;
+    const float rounded = static_cast<float>(value);
+    return static_cast<double>(rounded) < value ? rounded : std::nextafter(rounded, -kInfinity);
 }
 
 /// A ray prepared for many tests. kz is the axis along which the direction is longest, the others
@@ -46,7 +58,7 @@ struct Ray
             inverse[i] = std::clamp(1.0 / d[i], -kSteepest, kSteepest);
     }
 
-    /// Where the ray enters the box; negative when it misses it or enters behind `limit`.
+    /// Where the ray enters a box; negative when it misses it or enters behind `limit`.
     [[nodiscard]] double enters(const Box& box, double limit) const noexcept
     {
         double in = 0.0;
@@ -96,23 +108,25 @@ struct Ray
 class MeshTree::Builder
 {
 public:
-    explicit Builder(MeshTree& tree) : tree_(tree), source_(std::move(tree.triangles_))
+    Builder(MeshTree& tree, std::vector<Triangle> source) : tree_(tree), source_(std::move(source))
     {
         items_.reserve(source_.size());
         for (std::uint32_t i = 0; i < source_.size(); ++i) {
             const Box box = boxOf(source_[i]);
             items_.push_back({box, (box.low + box.high) * 0.5, i});
         }
-        tree_.triangles_.clear();
-        tree_.triangles_.reserve(source_.size());
-        tree_.nodes_.reserve(source_.size());
-        if (!items_.empty())
-            split(0, static_cast<std::uint32_t>(items_.size()), 0);
+        if (items_.empty())
+            return;
+        tree_.nodes_.reserve(source_.size() / 6 + 1);
+        leaves_.reserve(source_.size() / 2 + 1);
+        split(bounded(0, static_cast<std::uint32_t>(items_.size()), 0));
         tree_.nodes_.shrink_to_fit();
+        tree_.leaves_.reserve(leaves_.size());
+        for (const auto& [first, end] : leaves_)
+            addLeaf(first, end);
     }
 
 private:
-    static constexpr std::uint32_t kLeaf = 4;
     static constexpr int kBins = 16;
     static constexpr int kHalvingDepth = 32;
 
@@ -123,6 +137,17 @@ private:
         std::uint32_t triangle;
     };
 
+    /// Items that go into one child.
+    struct Part
+    {
+        std::uint32_t first, end;
+        int depth;
+        Box box;
+        Box centres;
+
+        [[nodiscard]] bool isLeaf() const { return end - first <= kWide; }
+    };
+
     struct Cut
     {
         double cost = 1e300;
@@ -130,32 +155,91 @@ private:
         int bin = 0; ///< the last one on the left
     };
 
-    void split(std::uint32_t first, std::uint32_t end, int depth)
+    Part bounded(std::uint32_t first, std::uint32_t end, int depth) const
     {
-        const auto node = static_cast<std::uint32_t>(tree_.nodes_.size());
-        Box box;
-        Box centres;
+        Part part{first, end, depth, {}, {}};
         for (std::uint32_t i = first; i < end; ++i) {
-            box.add(items_[i].box);
-            centres.add(items_[i].centre);
+            part.box.add(items_[i].box);
+            part.centres.add(items_[i].centre);
         }
-        tree_.nodes_.push_back({box, 0, 0});
-        if (end - first <= kLeaf) {
-            makeLeaf(node, first, end);
-            return;
-        }
-        const std::uint32_t middle = divide(first, end, centres, depth);
-        split(first, middle, depth + 1);
-        tree_.nodes_[node].first = static_cast<std::uint32_t>(tree_.nodes_.size());
-        split(middle, end, depth + 1);
+        return part;
     }
 
-    void makeLeaf(std::uint32_t node, std::uint32_t first, std::uint32_t end)
+    /// Makes the node of a part and all below it; answers which it is.
+    std::uint32_t split(const Part& whole)
     {
-        tree_.nodes_[node].first = static_cast<std::uint32_t>(tree_.triangles_.size());
-        tree_.nodes_[node].count = end - first;
-        for (std::uint32_t i = first; i < end; ++i)
-            tree_.triangles_.push_back(source_[items_[i].triangle]);
+        std::array<Part, kWide> parts{whole};
+        const int count = divideInto(parts);
+        const auto node = static_cast<std::uint32_t>(tree_.nodes_.size());
+        tree_.nodes_.push_back(nodeOver({parts.data(), static_cast<std::size_t>(count)}));
+        for (int i = 0; i < count; ++i) {
+            if (parts[i].isLeaf()) {
+                tree_.nodes_[node].child[i] =
+                    kLeafMark | static_cast<std::uint32_t>(leaves_.size());
+                leaves_.emplace_back(parts[i].first, parts[i].end);
+            }
+        }
+        for (int i = 0; i < count; ++i) {
+            if (!parts[i].isLeaf()) {
+                const std::uint32_t child = split(parts[i]);
+                tree_.nodes_[node].child[i] = child;
+            }
+        }
+        return node;
+    }
+
+    /// Halves the first part, then the larger ones of its halves. Answers how many there are.
+    int divideInto(std::array<Part, kWide>& parts)
+    {
+        int count = 1;
+        while (count < kWide) {
+            int largest = -1;
+            for (int i = 0; i < count; ++i) {
+                if (!parts[i].isLeaf() &&
+                    (largest < 0 || halfArea(parts[i].box) > halfArea(parts[largest].box)))
+                    largest = i;
+            }
+            if (largest < 0)
+                break;
+            const Part part = parts[largest];
+            const std::uint32_t middle = divide(part.first, part.end, part.centres, part.depth);
+            parts[largest] = bounded(part.first, middle, part.depth + 1);
+            parts[count++] = bounded(middle, part.end, part.depth + 1);
+        }
+        return count;
+    }
+
+    static Node nodeOver(std::span<const Part> parts)
+    {
+        Node node{};
+        for (std::size_t i = 0; i < kWide; ++i) {
+            for (int axis = 0; axis < 3; ++axis) {
+                constexpr float kNone = std::numeric_limits<float>::infinity();
+                node.low[axis][i] = i < parts.size() ? floatBelow(parts[i].box.low[axis]) : kNone;
+                node.high[axis][i] =
+                    i < parts.size() ? -floatBelow(-parts[i].box.high[axis]) : kNone;
+            }
+        }
+        return node;
+    }
+
+    void addLeaf(std::uint32_t first, std::uint32_t end)
+    {
+        // Beyond all that a mesh holds: a point, which nothing hits.
+        constexpr double kOutside = 1e120;
+        constexpr Vector3d kCorner{kOutside, kOutside, kOutside};
+        Leaf leaf{};
+        for (std::uint32_t i = 0; i < kWide; ++i) {
+            const Triangle t = first + i < end ? source_[items_[first + i].triangle]
+                                               : Triangle{kCorner, kCorner, kCorner, kNoTriangle};
+            for (int axis = 0; axis < 3; ++axis) {
+                leaf.corner[0][axis][i] = t.a[axis];
+                leaf.corner[1][axis][i] = t.b[axis];
+                leaf.corner[2][axis][i] = t.c[axis];
+            }
+            leaf.index[i] = t.index;
+        }
+        tree_.leaves_.push_back(leaf);
     }
 
     /// Puts the items of the left child first and answers where the right one begins.
@@ -230,6 +314,7 @@ private:
     MeshTree& tree_;
     std::vector<Triangle> source_;
     std::vector<Item> items_;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> leaves_; ///< the items of each
 };
 
 MeshTree::MeshTree(std::span<const Vector3d> vertices, std::span<const std::int32_t> indices)
@@ -237,15 +322,17 @@ MeshTree::MeshTree(std::span<const Vector3d> vertices, std::span<const std::int3
     const auto known = [&](std::int32_t i) {
         return i >= 0 && static_cast<std::size_t>(i) < vertices.size() && isUsable(vertices[i]);
     };
-    triangles_.reserve(indices.size() / 3);
+    std::vector<Triangle> triangles;
+    triangles.reserve(indices.size() / 3);
     for (std::size_t i = 0; i + 2 < indices.size(); i += 3) {
         if (!known(indices[i]) || !known(indices[i + 1]) || !known(indices[i + 2]))
             continue;
-        triangles_.push_back({vertices[indices[i]], vertices[indices[i + 1]],
-                              vertices[indices[i + 2]], static_cast<std::uint32_t>(i / 3)});
-        box_.add(boxOf(triangles_.back()));
+        triangles.push_back({vertices[indices[i]], vertices[indices[i + 1]],
+                             vertices[indices[i + 2]], static_cast<std::uint32_t>(i / 3)});
+        box_.add(boxOf(triangles.back()));
     }
-    Builder build(*this);
+    triangleCount_ = triangles.size();
+    Builder build(*this, std::move(triangles));
 }
 
 std::optional<RayHit> MeshTree::rayCast(const Vector3d& origin,
@@ -255,40 +342,52 @@ std::optional<RayHit> MeshTree::rayCast(const Vector3d& origin,
     if (nodes_.empty() || unit == Vector3d{} || !isUsable(origin))
         return std::nullopt;
     const Ray ray(origin, unit);
-    const Triangle* hit = nullptr;
+    std::uint32_t hit = kNoTriangle;
+    Vector3d normal;
     double nearest = 1e300;
-    std::uint32_t stack[kDepth];
-    int open = 0;
-    if (ray.enters(nodes_[0].box, nearest) >= 0.0)
-        stack[open++] = 0;
-    while (open != 0) {
-        const std::uint32_t index = stack[--open];
-        const Node& node = nodes_[index];
-        if (node.count != 0) {
-            for (std::uint32_t i = node.first; i < node.first + node.count; ++i) {
-                const double t = ray.meets(triangles_[i]);
-                if (t >= 0.0 &&
-                    (t < nearest || (t == nearest && hit && triangles_[i].index < hit->index))) {
-                    nearest = t;
-                    hit = &triangles_[i];
-                }
+    const auto meetLeaf = [&](const Leaf& leaf) {
+        for (int i = 0; i < kWide; ++i) {
+            const Triangle triangle = leaf.triangle(i);
+            const double t = ray.meets(triangle);
+            if (t >= 0.0 && (t < nearest || (t == nearest && triangle.index < hit))) {
+                nearest = t;
+                hit = triangle.index;
+                normal = cross(triangle.b - triangle.a, triangle.c - triangle.a);
             }
+        }
+    };
+    struct Open
+    {
+        std::uint32_t child;
+        double enters;
+    };
+    Open stack[kStack];
+    int open = 0;
+    stack[open++] = {0, 0.0};
+    while (open != 0) {
+        const Open next = stack[--open];
+        if (next.enters > nearest * (1.0 + 1e-15))
+            continue;
+        if ((next.child & kLeafMark) != 0) {
+            meetLeaf(leaves_[next.child & ~kLeafMark]);
             continue;
         }
-        const double left = ray.enters(nodes_[index + 1].box, nearest);
-        const double right = ray.enters(nodes_[node.first].box, nearest);
-        // The nearer child is opened first, so that it can rule out the farther one.
-        const bool leftFirst = left >= 0.0 && (right < 0.0 || left <= right);
-        if (left >= 0.0 && !leftFirst)
-            stack[open++] = index + 1;
-        if (right >= 0.0)
-            stack[open++] = node.first;
-        if (leftFirst)
-            stack[open++] = index + 1;
+        const Node& node = nodes_[next.child];
+        const int base = open;
+        for (int i = 0; i < kWide; ++i) {
+            const double enters = ray.enters(node.box(i), nearest);
+            if (enters < 0.0)
+                continue;
+            // The nearest child is opened first, so that it can rule out the farther ones.
+            int place = open++;
+            for (; place > base && stack[place - 1].enters < enters; --place)
+                stack[place] = stack[place - 1];
+            stack[place] = {node.child[i], enters};
+        }
     }
-    if (!hit)
+    if (hit == kNoTriangle)
         return std::nullopt;
-    return RayHit{nearest, normalise(cross(hit->b - hit->a, hit->c - hit->a)), hit->index};
+    return RayHit{nearest, normalise(normal), hit};
 }
 
 } // namespace tvw::rgs::stage

@@ -1,6 +1,9 @@
 #include "adaptor/stage/ray_fan.h"
 
+#include <bit>
 #include <cmath>
+#include <cstring>
+#include <immintrin.h>
 #include <utility>
 
 // The vectors below never leave this file.
@@ -13,36 +16,48 @@ class FanTree
 {
 public:
     using Node = MeshTree::Node;
+    using Leaf = MeshTree::Leaf;
 
-    explicit FanTree(const MeshTree& tree) : nodes(tree.nodes_), triangles(tree.triangles_) {}
-
-    std::span<const Node> nodes;
-    std::span<const MeshTree::Triangle> triangles;
-
-    static constexpr int kDepth = MeshTree::kDepth;
-
-    /// Asks for what lies below a node: the way down costs what the memory takes to answer.
-    void fetch(const Node& node) const
+    explicit FanTree(const MeshTree& tree) : nodes(tree.nodes_.data()), leaves(tree.leaves_.data())
     {
-        if (node.count != 0) {
-            __builtin_prefetch(&triangles[node.first]);
-            __builtin_prefetch(&triangles[node.first + node.count - 1]);
-        } else {
-            __builtin_prefetch(&nodes[node.first]);
-        }
     }
 
-    static Box boxOf(const MeshTree::Triangle& triangle) { return MeshTree::boxOf(triangle); }
+    const Node* nodes;
+    const Leaf* leaves;
+
+    static constexpr int kStack = MeshTree::kStack;
+
+    static bool isLeaf(std::uint32_t child) { return (child & MeshTree::kLeafMark) != 0; }
+    const Leaf& leaf(std::uint32_t child) const { return leaves[child & ~MeshTree::kLeafMark]; }
+
+    /// Of a leaf's triangles.
+    static std::uint32_t firstSlot(std::uint32_t child)
+    {
+        return 4 * (child & ~MeshTree::kLeafMark);
+    }
+
+    /// Asks for a child: the way down costs what the memory takes to answer.
+    void fetch(std::uint32_t child) const
+    {
+        const bool ends = isLeaf(child);
+        const char* const start = ends ? reinterpret_cast<const char*>(&leaf(child))
+                                       : reinterpret_cast<const char*>(&nodes[child]);
+        __builtin_prefetch(start);
+        __builtin_prefetch(start + 64);
+        if (ends) {
+            __builtin_prefetch(start + 128);
+            __builtin_prefetch(start + 192);
+            __builtin_prefetch(start + 256);
+        }
+    }
 };
 
 namespace {
 
 using FanNode = FanTree::Node;
+using FanLeaf = FanTree::Leaf;
 
-constexpr int kTreeDepth = FanTree::kDepth;
-constexpr double kSteepest = 1e300; ///< of 1 / direction: 0 * infinity is no number
 constexpr double kFarthest = 1e300;
-constexpr double kNever = 1e301;
 constexpr long long kNoTriangle = 1LL << 40; ///< greater than any index
 
 bool isUsable(const Vector3d& v)
@@ -68,147 +83,54 @@ int mainAxis(const Vector3d& d)
 /// shear along it keeps the handedness.
 struct FanAxes
 {
-    explicit FanAxes(int mainAxis)
+    explicit FanAxes(int axis) : mainAxis(axis), isDown(axis % 2 != 0)
     {
-        k[2] = mainAxis / 2;
+        k[2] = axis / 2;
         k[0] = (k[2] + 1) % 3;
         k[1] = (k[0] + 1) % 3;
-        if (mainAxis % 2 != 0)
+        if (isDown)
             std::swap(k[0], k[1]);
     }
 
     int k[3];
+    int mainAxis; ///< as the function answers it
+    bool isDown;
 };
 
-/// A triangle along those axes.
-struct Corners
-{
-    Corners(const MeshTree::Triangle& t, const FanAxes& axes)
-    {
-        const double flat[9] = {t.a.x, t.a.y, t.a.z, t.b.x, t.b.y, t.b.z, t.c.x, t.c.y, t.c.z};
-        for (int i = 0; i < 3; ++i) {
-            a[i] = flat[axes.k[i]];
-            b[i] = flat[3 + axes.k[i]];
-            c[i] = flat[6 + axes.k[i]];
-        }
-    }
+typedef double Lanes __attribute__((vector_size(32)));
+typedef long long Marks __attribute__((vector_size(32)));
+typedef double Pair __attribute__((vector_size(16)));
+typedef float Floats __attribute__((vector_size(16)));
 
-    double a[3], b[3], c[3];
-};
+constexpr Marks kNone{kNoTriangle, kNoTriangle, kNoTriangle, kNoTriangle};
 
-/// Bounds of some rays.
-struct Reach
-{
-    Box origins;
-    Box directions;
-
-    void add(const Reach& other)
-    {
-        origins.add(other.origins);
-        directions.add(other.directions);
-    }
-};
-
-/// The space through which rays within a reach pass: after the distance t each of their coordinates
-/// lies between low + t * slow and high + t * fast.
-class Bundle
+/// Normals of triangles that were hit: many rays share few of them.
+class HitNormals
 {
 public:
-    Bundle(const Reach& reach, double maxDistance)
-        : low_(reach.origins.low), high_(reach.origins.high), limit_(maxDistance)
+    const Vector3d& of(const FanTree& tree, long long treeSlot)
     {
-        for (int i = 0; i < 3; ++i) {
-            // A little wider than the rays, by far more than the roundings of the test.
-            const double margin = 1e-12 * (std::abs(low_[i]) + std::abs(high_[i])) + 1e-300;
-            low_[i] -= margin;
-            high_[i] += margin;
-            slow_[i] = std::clamp(1.0 / (reach.directions.low[i] - 1e-12), -kSteepest, kSteepest);
-            fast_[i] = std::clamp(1.0 / (reach.directions.high[i] + 1e-12), -kSteepest, kSteepest);
+        const auto slot = static_cast<std::uint32_t>(treeSlot);
+        Known& known = known_[slot % kMost];
+        if (known.slot != slot) {
+            const FanLeaf& leaf = tree.leaves[slot / 4];
+            const auto lane = static_cast<int>(slot % 4);
+            const Vector3d a = leaf.at(0, lane);
+            known = {normalise(cross(leaf.at(1, lane) - a, leaf.at(2, lane) - a)), slot};
         }
-    }
-
-    [[nodiscard]] bool touches(const Box& box) const
-    {
-        double in = 0.0;
-        double out = limit_;
-        for (int i = 0; i < 3; ++i) {
-            const double below = (box.high[i] - low_[i]) * slow_[i];
-            const double above = (box.low[i] - high_[i]) * fast_[i];
-            if (slow_[i] > 0.0)
-                out = std::min(out, below);
-            else
-                in = std::max(in, below);
-            if (fast_[i] > 0.0)
-                in = std::max(in, above);
-            else
-                out = std::min(out, above);
-        }
-        return in <= out;
+        return known.normal;
     }
 
 private:
-    Vector3d low_, high_;
-    Vector3d slow_, fast_; ///< 1 / speed
-    double limit_;
-};
+    static constexpr std::size_t kMost = 32; ///< each at the place that its slot gives
 
-/// The triangles that a bundle touches while they are few.
-struct FanTriangles
-{
-    /// Beyond so many a walk by fours is taken to be cheaper than testing all rays against each: an
-    /// estimate, not tuned.
-    static constexpr int kMost = 25;
-
-    std::uint32_t slot[kMost];
-    int count = 0;
-
-    /// False when the leaf's would be too many.
-    bool add(const FanTree& tree, const FanNode& leaf, const Bundle& bundle)
+    struct Known
     {
-        for (std::uint32_t i = leaf.first; i < leaf.first + leaf.count; ++i) {
-            if (!bundle.touches(FanTree::boxOf(tree.triangles[i])))
-                continue;
-            if (count == kMost)
-                return false;
-            slot[count++] = i;
-        }
-        return true;
-    }
+        Vector3d normal;
+        std::uint32_t slot = ~0U;
+    };
+    Known known_[kMost];
 };
-
-/// False when more triangles than that lie under the bundle. Moves `start` down to the node below
-/// which all of them are.
-bool gather(const FanTree& tree, const Bundle& bundle, std::uint32_t& start, FanTriangles& out)
-{
-    std::uint32_t stack[kTreeDepth];
-    int open = 0;
-    bool branched = false;
-    if (bundle.touches(tree.nodes[start].box))
-        stack[open++] = start;
-    while (open != 0) {
-        const std::uint32_t index = stack[--open];
-        const FanNode& node = tree.nodes[index];
-        if (!branched)
-            start = index;
-        if (node.count != 0) {
-            if (!out.add(tree, node, bundle))
-                return false;
-            continue;
-        }
-        const bool left = bundle.touches(tree.nodes[index + 1].box);
-        const bool right = bundle.touches(tree.nodes[node.first].box);
-        if (right) {
-            stack[open++] = node.first;
-            tree.fetch(tree.nodes[node.first]);
-        }
-        if (left) {
-            stack[open++] = index + 1;
-            tree.fetch(tree.nodes[index + 1]);
-        }
-        branched = branched || (left && right);
-    }
-    return true;
-}
 
 namespace baseline {
 #include "adaptor/stage/ray_fan_lanes.inc"
@@ -216,6 +138,7 @@ namespace baseline {
 
 #pragma GCC push_options
 #pragma GCC target("avx2")
+#define RIGSTAGE_AVX2
 namespace avx2 {
 #include "adaptor/stage/ray_fan_lanes.inc"
 } // namespace avx2

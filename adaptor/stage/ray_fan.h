@@ -2,7 +2,8 @@
 ///
 /// A wheel asks for dozens of rays within its own radius: they go down the tree together, and where
 /// few triangles lie under them each triangle is tested against all rays, four in the lanes of a
-/// vector. Where more do, each four neighbours walk the tree as one. Answers are those of
+/// vector. Where more do, each four neighbours do the same on their own, and where even they meet
+/// many each ray walks the tree, against four boxes or triangles at once. Answers are those of
 /// `MeshTree::rayCast` to the bit, except on an edge, where either of its triangles may answer;
 /// with and without AVX2 they are the same everywhere.
 #pragma once

@@ -10,19 +10,79 @@ namespace tvw::rgs {
 
 namespace {
 
-/// 1 / sqrt of each; 0 of what is not above 0.
-void invertRoots(std::span<double> squares)
+/// 1 / sqrt; 0 of what is not above 0.
+__m128d invertedRoots(__m128d squares)
 {
-    std::size_t i = 0;
-    for (; i + 1 < squares.size(); i += 2) {
-        const __m128d root = _mm_sqrt_pd(_mm_loadu_pd(&squares[i]));
-        const __m128d inverse = _mm_div_pd(_mm_set1_pd(1.0), root);
-        _mm_storeu_pd(&squares[i], _mm_and_pd(inverse, _mm_cmpgt_pd(root, _mm_setzero_pd())));
+    const __m128d root = _mm_sqrt_pd(squares);
+    return _mm_and_pd(1.0 / root, _mm_cmpgt_pd(root, _mm_setzero_pd()));
+}
+
+/// Two vectors by their axes: what the processor works on at once. The arithmetic is that of the
+/// single ones, step by step.
+struct Pair
+{
+    __m128d x, y, z;
+
+    /// Of a matrix's columns, as `transformDirection`.
+    [[nodiscard]] Pair turned(const double* m) const
+    {
+        return {m[0] * x + m[4] * y + m[8] * z, m[1] * x + m[5] * y + m[9] * z,
+                m[2] * x + m[6] * y + m[10] * z};
     }
-    if (i < squares.size()) {
-        const double root = std::sqrt(squares[i]);
-        squares[i] = root > 0.0 ? 1.0 / root : 0.0;
+    [[nodiscard]] __m128d squares() const { return x * x + y * y + z * z; }
+    [[nodiscard]] Pair operator*(__m128d s) const { return {x * s, y * s, z * s}; }
+
+    void store(Vector3d* two) const
+    {
+        auto* const out = reinterpret_cast<double*>(two);
+        _mm_storeu_pd(out, _mm_unpacklo_pd(x, y));
+        _mm_storeu_pd(out + 2, _mm_shuffle_pd(z, x, 2));
+        _mm_storeu_pd(out + 4, _mm_unpackhi_pd(y, z));
     }
+};
+
+/// Two rays.
+struct RayPair
+{
+    Pair origin, direction;
+
+    explicit RayPair(const GroundRay* two)
+    {
+        const auto* const in = reinterpret_cast<const double*>(two);
+        const auto lows = [&](int i) {
+            return _mm_unpacklo_pd(_mm_loadu_pd(in + i), _mm_loadu_pd(in + 6 + i));
+        };
+        const auto highs = [&](int i) {
+            return _mm_unpackhi_pd(_mm_loadu_pd(in + i), _mm_loadu_pd(in + 6 + i));
+        };
+        origin = {lows(0), highs(0), lows(2)};
+        direction = {highs(2), lows(4), highs(4)};
+    }
+};
+static_assert(sizeof(GroundRay) == 48 && sizeof(Vector3d) == 24);
+
+/// `transformPoint` of points that are numbers, by a matrix whose last row ends in m[15] alone.
+Pair movedPoints(const double* m, const Pair& points)
+{
+    const Pair turned = points.turned(m);
+    const Pair moved{turned.x + m[12], turned.y + m[13], turned.z + m[14]};
+    return m[15] == 0.0 || m[15] == 1.0 ? moved
+                                        : Pair{moved.x / m[15], moved.y / m[15], moved.z / m[15]};
+}
+
+bool keepsParallels(const Matrix4& M)
+{
+    return M.m[3] == 0.0 && M.m[7] == 0.0 && M.m[11] == 0.0;
+}
+
+/// Calls f(i) for pairs i, i + 1 that cover all of `count`, at least 2.
+template <class F>
+void forPairs(std::size_t count, F&& f)
+{
+    for (std::size_t i = 0; i + 2 <= count; i += 2)
+        f(i);
+    if (count % 2 != 0)
+        f(count - 2);
 }
 
 } // namespace
@@ -72,15 +132,23 @@ void GroundHost::toSurface(const Matrix4& place, std::span<const GroundRay> rays
     scales_.resize(rays.size());
     distances_.resize(rays.size());
     normals_.resize(rays.size());
-    // As `SurfaceRay`, the roots and divisions two at a time.
-    for (std::size_t i = 0; i < rays.size(); ++i) {
-        origins_[i] = transformPoint(place, rays[i].origin);
-        directions_[i] = transformDirection(place, rays[i].direction);
-        scales_[i] = lengthSquared(directions_[i]);
+    if (rays.size() < 2 || !keepsParallels(place)) {
+        for (std::size_t i = 0; i < rays.size(); ++i) {
+            const SurfaceRay ray(rays[i], place);
+            origins_[i] = ray.origin;
+            directions_[i] = ray.direction;
+            scales_[i] = ray.scale;
+        }
+        return;
     }
-    invertRoots(scales_);
-    for (std::size_t i = 0; i < rays.size(); ++i)
-        directions_[i] *= scales_[i];
+    forPairs(rays.size(), [&](std::size_t i) {
+        const RayPair two(&rays[i]);
+        movedPoints(place.m, two.origin).store(&origins_[i]);
+        const Pair direction = two.direction.turned(place.m);
+        const __m128d scale = invertedRoots(direction.squares());
+        (direction * scale).store(&directions_[i]);
+        _mm_storeu_pd(&scales_[i], scale);
+    });
 }
 
 void GroundHost::toWorld(const Matrix4& place, double maxLength, std::span<GroundHit> out) const

@@ -171,6 +171,7 @@ TEST(MeshTree, RaysAlongTheAxes)
         {"down", {3.25, 2, 3.5}, {0, -1, 0}, 2},
         {"down on a vertex", {4, 2, 4}, {0, -1, 0}, 2},
         {"down on the rim", {0, 2, 5}, {0, -1, 0}, 2},
+        {"down on the far rim", {8, 2, 5}, {0, -1, 0}, 2},
         {"down beside it", {-0.001, 2, 5}, {0, -1, 0}, -1},
         {"up from below", {3.25, -7, 3.5}, {0, 2, 0}, 7},
         {"away", {3.25, 2, 3.5}, {0, 1, 0}, -1},

@@ -127,6 +127,7 @@ TEST(RayFan, AnswersWhatSingleRaysAnswer)
         {"over the edge", hills(8, 0.5), 2.0, 2.3, kFar},
         {"from below", hills(40, 0.5), -3.0, 9.0, kFar},
         {"no limit at all", hills(40, 0.5), 2.0, 9.0, std::numeric_limits<double>::infinity()},
+        {"quads beyond the range of float", hills(40, 1e40), 2.0, 9.0, kFar},
         {"no triangles", MeshTree(), 2.0, 1.0, kFar},
     };
     for (const Case& c : cases) {
@@ -165,6 +166,7 @@ TEST(RayFan, RaysThroughVerticesAndEdgesDoNotSlipThrough)
     }
     for (const double distance : distances)
         EXPECT_GE(distance, 4.0);
+    expectSingleRays(tree, fan, kFar);
 }
 
 TEST(RayFan, AmongEqualHitsTheFirstTriangleOfTheMeshCounts)
