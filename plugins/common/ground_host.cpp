@@ -85,6 +85,76 @@ void forPairs(std::size_t count, F&& f)
         f(count - 2);
 }
 
+/// A fan of rays in a surface's space. All that ask of a thread ask in turn and share one, which so
+/// stays in the nearest cache.
+struct LocalFan
+{
+    void toSurface(const Matrix4& place, std::span<const GroundRay> rays);
+    void ask(CSnapshot_Mesh& mesh, double maxDistance);
+    void toWorld(const Matrix4& place, double maxLength, std::span<GroundHit> out) const;
+
+    std::vector<Vector3d> origins; // these grow to the longest fan and stay
+    std::vector<Vector3d> directions;
+    std::vector<double> scales;
+    std::vector<double> distances;
+    std::vector<Vector3d> normals;
+};
+
+void LocalFan::toSurface(const Matrix4& place, std::span<const GroundRay> rays)
+{
+    origins.resize(rays.size());
+    directions.resize(rays.size());
+    scales.resize(rays.size());
+    distances.resize(rays.size());
+    normals.resize(rays.size());
+    if (rays.size() < 2 || !keepsParallels(place)) {
+        for (std::size_t i = 0; i < rays.size(); ++i) {
+            const SurfaceRay ray(rays[i], place);
+            origins[i] = ray.origin;
+            directions[i] = ray.direction;
+            scales[i] = ray.scale;
+        }
+        return;
+    }
+    forPairs(rays.size(), [&](std::size_t i) {
+        const RayPair two(&rays[i]);
+        movedPoints(place.m, two.origin).store(&origins[i]);
+        const Pair direction = two.direction.turned(place.m);
+        const __m128d scale = invertedRoots(direction.squares());
+        (direction * scale).store(&directions[i]);
+        _mm_storeu_pd(&scales[i], scale);
+    });
+}
+
+void LocalFan::toWorld(const Matrix4& place, double maxLength, std::span<GroundHit> out) const
+{
+    const Vector3d* last = nullptr; // neighbours mostly hit the same triangle
+    Vector3d normal;
+    for (std::size_t i = 0; i < out.size(); ++i) {
+        const double distance = distances[i] * scales[i];
+        if (!(distances[i] >= 0.0 && distance <= maxLength)) {
+            out[i] = {};
+            continue;
+        }
+        if (!last || !(*last == normals[i])) {
+            last = &normals[i];
+            normal = normalise(transformDirection(place, normals[i]));
+        }
+        out[i] = {distance, normal, true};
+    }
+}
+
+void LocalFan::ask(CSnapshot_Mesh& mesh, double maxDistance)
+{
+    MeshRayFan fan{origins, directions, maxDistance, distances, normals};
+    if (mesh.call(code::castRayFan, &fan) != 0)
+        return;
+    for (std::size_t i = 0; i < origins.size(); ++i) {
+        if (!mesh.rayCast(origins[i], directions[i], &distances[i], &normals[i]))
+            distances[i] = -1.0;
+    }
+}
+
 } // namespace
 
 void GroundHost::beginTick(double time)
@@ -119,65 +189,11 @@ void GroundHost::castFan(std::size_t surface, std::span<const GroundRay> rays, d
         std::fill(out.begin(), out.end(), GroundHit{});
         return;
     }
-    toSurface(mParentMesh_inv[surface], rays);
-    const double smallest = *std::min_element(scales_.begin(), scales_.end());
-    ask(*mesh, smallest > 0.0 ? maxLength / smallest : 0.0);
-    toWorld(mParentMesh[surface], maxLength, out);
-}
-
-void GroundHost::toSurface(const Matrix4& place, std::span<const GroundRay> rays)
-{
-    origins_.resize(rays.size());
-    directions_.resize(rays.size());
-    scales_.resize(rays.size());
-    distances_.resize(rays.size());
-    normals_.resize(rays.size());
-    if (rays.size() < 2 || !keepsParallels(place)) {
-        for (std::size_t i = 0; i < rays.size(); ++i) {
-            const SurfaceRay ray(rays[i], place);
-            origins_[i] = ray.origin;
-            directions_[i] = ray.direction;
-            scales_[i] = ray.scale;
-        }
-        return;
-    }
-    forPairs(rays.size(), [&](std::size_t i) {
-        const RayPair two(&rays[i]);
-        movedPoints(place.m, two.origin).store(&origins_[i]);
-        const Pair direction = two.direction.turned(place.m);
-        const __m128d scale = invertedRoots(direction.squares());
-        (direction * scale).store(&directions_[i]);
-        _mm_storeu_pd(&scales_[i], scale);
-    });
-}
-
-void GroundHost::toWorld(const Matrix4& place, double maxLength, std::span<GroundHit> out) const
-{
-    const Vector3d* last = nullptr; // neighbours mostly hit the same triangle
-    Vector3d normal;
-    for (std::size_t i = 0; i < out.size(); ++i) {
-        const double distance = distances_[i] * scales_[i];
-        if (!(distances_[i] >= 0.0 && distance <= maxLength)) {
-            out[i] = {};
-            continue;
-        }
-        if (!last || !(*last == normals_[i])) {
-            last = &normals_[i];
-            normal = normalise(transformDirection(place, normals_[i]));
-        }
-        out[i] = {distance, normal, true};
-    }
-}
-
-void GroundHost::ask(CSnapshot_Mesh& mesh, double maxDistance)
-{
-    MeshRayFan fan{origins_, directions_, maxDistance, distances_, normals_};
-    if (mesh.call(code::castRayFan, &fan) != 0)
-        return;
-    for (std::size_t i = 0; i < origins_.size(); ++i) {
-        if (!mesh.rayCast(origins_[i], directions_[i], &distances_[i], &normals_[i]))
-            distances_[i] = -1.0;
-    }
+    static thread_local LocalFan fan;
+    fan.toSurface(mParentMesh_inv[surface], rays);
+    const double smallest = *std::min_element(fan.scales.begin(), fan.scales.end());
+    fan.ask(*mesh, smallest > 0.0 ? maxLength / smallest : 0.0);
+    fan.toWorld(mParentMesh[surface], maxLength, out);
 }
 
 } // namespace tvw::rgs

@@ -24,22 +24,11 @@ public:
                  std::span<GroundHit> out) override;
 
 private:
-    void toSurface(const Matrix4& place, std::span<const GroundRay> rays);
-    void toWorld(const Matrix4& place, double maxLength, std::span<GroundHit> out) const;
-    void ask(CSnapshot_Mesh& mesh, double maxDistance);
-
     CInterface& runtime_;
     CNode* gravityNode_;
     CNode* ownBody_;
     std::vector<CNode*> surfaces_;
     std::vector<CSnapshot_Mesh*> meshes_; ///< of the surfaces; null: no mesh at this time
-
-    // The fan in the surface's space.
-    std::vector<Vector3d> origins_;
-    std::vector<Vector3d> directions_;
-    std::vector<double> scales_;
-    std::vector<double> distances_;
-    std::vector<Vector3d> normals_;
 };
 
 } // namespace tvw::rgs

@@ -70,6 +70,46 @@ TEST(StateStore, RecordsAndRestoresAtATime)
     EXPECT_EQ(tool.values.gear, 2);
 }
 
+TEST(StateStore, LongTakesAreWholeWhenTheyAreReadCutOrSaved)
+{
+    struct Wide
+    {
+        double part[9];
+    };
+    double height = 0.0;
+    Wide wide{};
+    StateStore store("Tool");
+    auto& heights = store.nested("Wheel").linear("height", height);
+    auto& wides = store.latest("wide", wide);
+    const auto recordUpTo = [&](int first, int last, double factor) {
+        for (int i = first; i <= last; ++i) {
+            height = wide.part[8] = factor * i;
+            store.record(i);
+        }
+    };
+    const auto expectLine = [&](int count, double factor) {
+        ASSERT_EQ(heights.curve().size(), count);
+        ASSERT_EQ(wides.curve().size(), count);
+        for (int i = 0; i < count; ++i) {
+            EXPECT_EQ(heights.curve().get(i), factor * i) << i;
+            EXPECT_EQ(wides.curve().get(i).part[8], factor * i) << i;
+        }
+    };
+    recordUpTo(0, 36, 2.0);
+    expectLine(37, 2.0); // read in the middle of a take, which goes on
+    recordUpTo(37, 50, 2.0);
+    store.cutBehind(40.0);
+    expectLine(41, 2.0);
+    recordUpTo(30, 45, 2.0); // once more over a part of it
+    store.restore(43.5);
+    EXPECT_EQ(height, 87.0);
+
+    const DataChunk saved = through(store.saveRoot());
+    recordUpTo(46, 47, 2.0);
+    ASSERT_TRUE(store.loadRoot(saved));
+    expectLine(46, 2.0);
+}
+
 TEST(StateStore, ReadsBackWhatItWrote)
 {
     for (const int version : {0, 104}) {
