@@ -275,8 +275,9 @@ void StudioWindow::buildRateBox(QHBoxLayout& row)
     connect(rateBox_, QOverload<int>::of(&QComboBox::activated), this, [this](int place) {
         const double rate = rateBox_->itemData(place).toDouble();
         if (!core().isRunning() && rate != session_.stage().getFramesPerSecond()) {
+            session_.stage().beginUndo("Frame rate");
             session_.stage().setFramesPerSecond(rate);
-            changedBesides_ = true;
+            session_.stage().endUndo();
         }
         refresh();
     });
