@@ -1,6 +1,7 @@
 #include "studio/studio.h"
 
 #include "core/core_implementation.h"
+#include "core/paths.h"
 #include "core/version.h"
 #include "gui/qt/gui_start.h"
 
@@ -51,6 +52,8 @@ Result<std::unique_ptr<Studio>> Studio::start(const std::string& userFolder)
 
 Status Studio::begin(const std::string& userFolder)
 {
+    if (!userFolder.empty() && !core::makeDirectories(userFolder))
+        return Status::failure("cannot make the folder " + userFolder);
     auto session =
         stage::Session::start({.userFolder = userFolder,
                                .clock = &clock_,
