@@ -3,6 +3,7 @@
 #include "core/adaptor.h"
 #include "core/instance.h"
 #include "core/instance_reference.h"
+#include "core/log.h"
 #include "core/paths.h"
 #include "core/tool.h"
 #include "core/tool_record.h"
@@ -119,7 +120,7 @@ std::uint32_t CoreImplementation::messageBox(void* parent, const std::string& te
                                              const std::string& title, std::uint32_t flags, bool force)
 {
     if (settings_.get().silentMode && !force)
-        return box::silentAnswer(flags);
+        return windows_->Windows::messageBox(parent, text, title, flags, force); // into the log
     return windows_->messageBox(parent, text, title, flags, force);
 }
 
