@@ -138,7 +138,11 @@ void StudioWindow::redrawIfDue()
 void StudioWindow::showHint()
 {
     const bool hasTools = !core().instances().collect(false).empty();
-    if (core().isRunning())
+    const bool takesPart = !core().instances().collect(true).empty();
+    if (core().isRunning() && !takesPart)
+        view_->hint = "No tool takes part: nothing is recorded.  Space stops.\n"
+                      "The red dots in the Rigstage window switch tools on.";
+    else if (core().isRunning())
         view_->hint = core().isResimulating() ? QString() : "Recording.  Space stops.";
     else if (!hasTools)
         view_->hint = "Create a tool in the Rigstage window (F9), or choose File > New demo scene.";
@@ -394,6 +398,7 @@ void StudioWindow::runStarted(double start, const std::vector<core::Instance*>&)
     timeline_->setTakeStart(start);
     record_->setChecked(!core().isResimulating());
     showHint();
+    view_->scheduleRedraw();
     view_->setFocus(); // a take's keys are the hands', not a spin box's
 }
 
