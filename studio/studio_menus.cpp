@@ -191,7 +191,7 @@ void StudioWindow::buildDocks()
         addDockWidget(area, out);
         return out;
     };
-    constexpr int kPanelWidth = 290; // [pixels]
+    constexpr int kPanelWidth = 310; // [pixels]
     QDockWidget* const scene = dock("Scene", outliner_, Qt::LeftDockWidgetArea);
     QDockWidget* const panel = dock("Properties", properties_, Qt::LeftDockWidgetArea);
     resizeDocks({scene, panel}, {kPanelWidth, kPanelWidth}, Qt::Horizontal);
@@ -206,6 +206,7 @@ void StudioWindow::buildTransport()
     all->setSpacing(0);
     auto* const row = new QHBoxLayout;
     row->setContentsMargins(8, 4, 8, 4);
+    row->setSpacing(4);
     const auto button = [&](QAction* action, const char* text) {
         auto* const out = new QToolButton;
         out->setDefaultAction(action);
@@ -221,7 +222,9 @@ void StudioWindow::buildTransport()
     row->addStretch();
     frameLabel_ = new QLabel;
     frameLabel_->setObjectName("frame");
+    row->addSpacing(8);
     row->addWidget(frameLabel_);
+    row->addSpacing(8);
     row->addStretch();
     const auto box = [&](const char* name, const char* label) {
         row->addWidget(new QLabel(label));
