@@ -106,6 +106,7 @@ Properties::Properties(stage::Session& session) : session_(session)
     table_->setHorizontalHeaderLabels({"Property", "Text"});
     table_->horizontalHeader()->setStretchLastSection(true);
     table_->verticalHeader()->hide();
+    table_->setTabKeyNavigation(false); // Tab would never leave it
     table_->setToolTip("User properties: texts under keys, saved with the scene and exported.");
     connect(table_, &QTableWidget::cellChanged, this,
             [this](int row, int column) { writeTable(row, column); });

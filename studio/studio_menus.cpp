@@ -88,7 +88,7 @@ void StudioWindow::buildFileMenu()
     idleOnly_ = {menu->addAction(
                      "&Save", this, [this] { save(); }, QKeySequence::Save),
                  menu->addAction(
-                     "Save &as...", this, [this] { saveAs(); }, QKeySequence::SaveAs)};
+                     "Save &as...", this, [this] { saveAs(); }, QKeySequence("Ctrl+Shift+S"))};
     menu->addSeparator();
     idleOnly_.push_back(menu->addAction("&Import...", this, [this] { importFile(); }));
     idleOnly_.push_back(menu->addAction("&Export animation...", this, [this] { exportFile(); }));
@@ -150,6 +150,9 @@ void StudioWindow::buildViewMenu()
     toggle("Cameras", view_->options.cameras);
     toggle("Motion path", view_->showsPath);
     toggle("Frame times", view_->showsTimes);
+    menu->addSeparator();
+    for (const QDockWidget* const dock : findChildren<QDockWidget*>())
+        menu->addAction(dock->toggleViewAction());
 }
 
 void StudioWindow::buildPlayMenu()
