@@ -89,7 +89,7 @@ void Studio::show()
     window_->activateWindow();
 }
 
-/// Beside the studio, at the right edge of the screen at most.
+/// Beside the studio, at the right edge of the screen at most, and no higher than that.
 void Studio::placeMainWindow()
 {
     const auto id = reinterpret_cast<WId>(windows_.mainWindowHandle());
@@ -97,6 +97,7 @@ void Studio::placeMainWindow()
     if (!main || !main->windowHandle())
         return;
     const QRect screen = window_->screen()->availableGeometry();
+    main->resize(main->width(), std::min(main->height(), screen.height() - kBarHeight));
     const int x =
         std::min(window_->x() + window_->width() + kFrame, screen.right() - main->width() - kFrame);
     main->windowHandle()->setFramePosition({x, window_->y()});
