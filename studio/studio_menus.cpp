@@ -1,6 +1,7 @@
 /// What is in the studio's menus, docks and transport bar.
 #include "adaptor/stage/scene_file.h"
 #include "app/app_windows.h"
+#include "app/choose_output.h"
 #include "core/core_implementation.h"
 #include "core/version.h"
 #include "gui/qt/style.h"
@@ -34,19 +35,6 @@
 namespace tvw::rgs::studio {
 
 namespace {
-
-/// A name without an ending gets one, and an existing file of that name is asked about all the
-/// same.
-QString chooseOutput(QWidget* parent, const char* title, const QString& start, const char* filter,
-                     const char* ending)
-{
-    QFileDialog dialog(parent, title, start, filter);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(ending);
-    if (!start.isEmpty())
-        dialog.selectFile(start);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
-}
 
 constexpr const char* kScenes = "Scenes (*.glb);;All files (*)";
 
@@ -311,8 +299,8 @@ void StudioWindow::open()
 
 bool StudioWindow::saveAs()
 {
-    const QString path = chooseOutput(this, "Save as", QString::fromStdString(session_.scenePath()),
-                                      kScenes, ".glb");
+    const QString path = app::chooseOutput(
+        this, "Save as", QString::fromStdString(session_.scenePath()), kScenes, ".glb");
     return !path.isEmpty() && saveTo(path);
 }
 
@@ -331,7 +319,7 @@ void StudioWindow::importFile()
 
 void StudioWindow::exportFile()
 {
-    const QString path = chooseOutput(this, "Export animation", {}, "glTF (*.glb)", ".glb");
+    const QString path = app::chooseOutput(this, "Export animation", {}, "glTF (*.glb)", ".glb");
     if (path.isEmpty())
         return;
     if (const Status done = stage::exportScene(session_.stage(), path.toStdString()); !done)
@@ -341,7 +329,7 @@ void StudioWindow::exportFile()
 void StudioWindow::playblast()
 {
     const QString path =
-        chooseOutput(this, "Playblast", {}, "Film (*.mp4);;Picture (*.png)", ".mp4");
+        app::chooseOutput(this, "Playblast", {}, "Film (*.mp4);;Picture (*.png)", ".mp4");
     if (path.isEmpty())
         return;
     QProgressDialog shown("Drawing the animation...", "Cancel", 0, 1000, this);
