@@ -97,8 +97,9 @@ std::string CoreImplementation::cloneInstance(const std::string& name)
 
 void CoreImplementation::deleteInstance(const std::string& name)
 {
-    if (InstanceReference* const reference = instances_.find(name))
-        InstanceManager::deleteReference(reference, true);
+    InstanceReference* const reference = instances_.find(name);
+    if (reference && InstanceManager::deleteReference(reference, true) != 0)
+        log(LogKind::General, LogSeverity::Error, name + " stays: a run is on");
 }
 
 // Windows.
