@@ -1,6 +1,7 @@
 #include "app/tool_tree.h"
 
 #include "core/adaptor.h"
+#include "core/core_implementation.h"
 #include "core/instance_manager.h"
 #include "core/instance_reference.h"
 #include "core/paths.h"
@@ -87,9 +88,23 @@ void ToolTreeNode::showMixed(int column)
 
 gui::componentinterface::Tree::Node* ToolTreeNode::clone() const
 {
-    const core::UndoScope undo("Clone tool");
     core::TreeItem* const copy = item_->clone();
     return copy ? new ToolTreeNode(*copy) : nullptr;
+}
+
+bool ToolTreeNode::dropBegins(bool isCopy)
+{
+    if (core::CoreImplementation::instance().isRunning())
+        return false;
+    core::adaptor()->beginUndo(isCopy ? "Clone tool" : "Move tool");
+    return true;
+}
+
+/// A copy has been shown where it was made; now it is where it was dropped.
+void ToolTreeNode::dropEnds()
+{
+    core::adaptor()->endUndo();
+    core::CoreImplementation::instance().windows().refreshTree();
 }
 
 int ToolTreeNode::iconIndex(gui::componentinterface::Tree& tree) const
