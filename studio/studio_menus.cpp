@@ -110,6 +110,12 @@ void StudioWindow::buildEditMenu()
     });
     addCamera->setToolTip("Where the view stands now.");
     idleOnly_.push_back(addCamera);
+    QAction* const remove =
+        menu->addAction("Delete", this, [this] { outliner_->removeSelected(); });
+    remove->setShortcut(QKeySequence::Delete);
+    remove->setShortcutContext(Qt::WidgetShortcut); // of the view; in a table it means the cell
+    view_->addAction(remove);
+    idleOnly_.push_back(remove);
     menu->addSeparator();
     menu->addAction("Preferences...", this, [this] { windows_.openPreferences(); });
 }
