@@ -395,6 +395,7 @@ void StudioWindow::runStarted(double start, const std::vector<core::Instance*>&)
 {
     play(false); // from whichever window it was started
     lockForRun(true);
+    takeStart_ = start;
     timeline_->setTakeStart(start);
     record_->setChecked(!core().isResimulating());
     showHint();
@@ -435,7 +436,12 @@ void StudioWindow::runEnded()
     record_->setChecked(false);
     lockForRun(false);
     ++takes_;
-    QTimer::singleShot(0, this, [this] { // when the run is over for all
+    const double now = session_.stage().getTime();
+    const double last =
+        core().isResimulating() ? now : std::max(takeStart_, core().records().frameTime());
+    QTimer::singleShot(0, this, [this, now, last] { // when the run is over for all
+        if (session_.stage().getTime() == now)
+            goTo(last); // the clock stands between two frames: a next take would begin there
         refresh();
         tellMessages();
     });

@@ -129,6 +129,7 @@ private:
     QTimer refreshTimer_;
     QElapsedTimer playClock_;
     double playFrom_ = 0.0;
+    double takeStart_ = 0.0;
     std::optional<stage::LostTake> recovered_; ///< the scene holds it, and no file does yet
     std::uint64_t savedState_ = 0;
     std::string savedTools_;
