@@ -79,7 +79,8 @@ void ToolTreeNode::saveState(int column)
 }
 void ToolTreeNode::restoreState(int column)
 {
-    item_->restoreState(columnOf(column));
+    if (item_->getState(columnOf(column)) == core::ColumnState::Mixed)
+        item_->restoreState(columnOf(column)); // else what is hidden by other means would show
 }
 void ToolTreeNode::showMixed(int column)
 {

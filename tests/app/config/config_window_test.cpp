@@ -270,6 +270,14 @@ TEST_F(Config, aDropOfACopyIsOneStepAndShownOnce)
     windows.main = nullptr;
 }
 
+TEST_F(Config, openingAnEntryShowsNothingThatIsHidden)
+{
+    core::InstanceReference& tool = **session->create("Sinusoid");
+    session->stage().nodes().front()->setVisible(false);
+    ToolTreeNode(*tool.parentReference()).nodeOf(tool)->restoreState(1);
+    EXPECT_FALSE(session->stage().nodes().front()->state().visible);
+}
+
 /// The lists of tools can be torn off, and are lit in a run too.
 TEST_F(Config, aRunTakesInNoNewTool)
 {
