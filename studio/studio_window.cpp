@@ -90,7 +90,9 @@ StudioWindow::StudioWindow(stage::Session& session, app::AppWindows& windows)
     core().records().addObserver(this);
     connect(&playTimer_, &QTimer::timeout, this, [this] { stepPlay(); });
     connect(&refreshTimer_, &QTimer::timeout, this, [this] {
-        if (!core().isRunning() && session_.stage().version() != shownVersion_)
+        const stage::UndoStack& steps = session_.stage().undoStack();
+        if (!core().isRunning() &&
+            (session_.stage().version() != shownVersion_ || steps.state() != shownState_))
             refresh();
     });
     refreshTimer_.start(kRefreshInterval);
@@ -107,6 +109,7 @@ StudioWindow::~StudioWindow()
 void StudioWindow::refresh()
 {
     shownVersion_ = session_.stage().version();
+    shownState_ = session_.stage().undoStack().state();
     outliner_->refresh();
     if (!core().isRunning())
         properties_->refresh();

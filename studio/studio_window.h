@@ -136,6 +136,7 @@ private:
     std::vector<std::string> untold_; ///< messages that came
     bool changedBesides_ = false;     ///< in a way that no undo takes back
     std::uint64_t shownVersion_ = 0;
+    std::uint64_t shownState_ = 0; ///< of the undo list: a step need not change the scene
     QElapsedTimer frameClock_;
     int takes_ = 0;        ///< of the scene, since it was opened
     double frameMs_ = 0.0; ///< of simulation, smoothed
