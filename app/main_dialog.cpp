@@ -328,8 +328,11 @@ void MainDlg::setHeaderFlag(int column)
 
 // Actions.
 
+/// Torn-off lists stay open and lit while a run is on; what they made would go with the take.
 void MainDlg::create(core::Tool& tool)
 {
+    if (CoreImplementation::instance().isRunning())
+        return;
     core::InstanceReference* made = nullptr;
     {
         core::UndoScope undo("Create Tool");

@@ -1,4 +1,5 @@
 /// The menus of the main window, and what their files need.
+#include "app/choose_output.h"
 #include "app/main_dialog.h"
 #include "app/main_dialog_ids.h"
 #include "core/adaptor.h"
@@ -167,7 +168,7 @@ bool MainDlg::handleToolItem(int item)
         item - (help ? id::itemFirstHelp : id::itemFirstTool));
     if (tool && help)
         CoreImplementation::instance().windows().openHelp(tool->name());
-    else if (tool && !CoreImplementation::instance().isRunning())
+    else if (tool)
         create(*tool);
     return true;
 }
@@ -192,8 +193,7 @@ void MainDlg::saveSelected()
 {
     if (!selected())
         return;
-    const QString path =
-        QFileDialog::getSaveFileName(root()->widget(), "Save", {}, "prm files (*.prm)");
+    const QString path = chooseOutput(root()->widget(), "Save", {}, "prm files (*.prm)", "prm");
     if (path.isEmpty())
         return;
     Element record;

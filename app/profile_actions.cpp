@@ -1,11 +1,11 @@
 #include "app/profile_actions.h"
 
+#include "app/choose_output.h"
 #include "app/profile_prompts.h"
 #include "core/core_implementation.h"
 #include "core/instance.h"
 #include "core/tool.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -220,14 +220,12 @@ bool ProfileActions::importProfile(Element profile, const std::string& fallback)
 
 std::string ProfileActions::exportFile()
 {
-    QFileDialog dialog(parent_, "Export Profile", {}, subject_.texts().filter);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QString::fromStdString(subject_.store().pattern().substr(2)));
-    dialog.selectFile(QString::fromStdString(subject_.current()));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty() ||
-        !subject_.isThere())
+    const QString chosen = chooseOutput(
+        parent_, "Export Profile", QString::fromStdString(subject_.current()),
+        subject_.texts().filter, QString::fromStdString(subject_.store().pattern().substr(2)));
+    if (chosen.isEmpty() || !subject_.isThere())
         return {};
-    const QFileInfo file(dialog.selectedFiles().constFirst());
+    const QFileInfo file(chosen);
     const std::string path = file.filePath().toStdString();
     const Element profile = subject_.present(asProfileName(file.completeBaseName().toStdString()));
     const Status written = subject_.fileOf(profile).save(path);

@@ -1,6 +1,7 @@
 #include "app/tool_tree.h"
 
 #include "core/adaptor.h"
+#include "core/core_implementation.h"
 #include "core/instance_manager.h"
 #include "core/instance_reference.h"
 #include "core/paths.h"
@@ -78,7 +79,8 @@ void ToolTreeNode::saveState(int column)
 }
 void ToolTreeNode::restoreState(int column)
 {
-    item_->restoreState(columnOf(column));
+    if (item_->getState(columnOf(column)) == core::ColumnState::Mixed)
+        item_->restoreState(columnOf(column)); // else what is hidden by other means would show
 }
 void ToolTreeNode::showMixed(int column)
 {
@@ -87,9 +89,23 @@ void ToolTreeNode::showMixed(int column)
 
 gui::componentinterface::Tree::Node* ToolTreeNode::clone() const
 {
-    const core::UndoScope undo("Clone tool");
     core::TreeItem* const copy = item_->clone();
     return copy ? new ToolTreeNode(*copy) : nullptr;
+}
+
+bool ToolTreeNode::dropBegins(bool isCopy)
+{
+    if (core::CoreImplementation::instance().isRunning())
+        return false;
+    core::adaptor()->beginUndo(isCopy ? "Clone tool" : "Move tool");
+    return true;
+}
+
+/// A copy has been shown where it was made; now it is where it was dropped.
+void ToolTreeNode::dropEnds()
+{
+    core::adaptor()->endUndo();
+    core::CoreImplementation::instance().windows().refreshTree();
 }
 
 int ToolTreeNode::iconIndex(gui::componentinterface::Tree& tree) const

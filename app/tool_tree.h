@@ -33,6 +33,9 @@ public:
     void showMixed(int column) override;
     std::uint32_t flags() const override { return static_cast<std::uint32_t>(item_->flags()); }
     Node* clone() const override;
+    /// A drop is one undo step, however many it brings. Not while a run is on.
+    bool dropBegins(bool isCopy) override;
+    void dropEnds() override;
     int iconIndex(gui::componentinterface::Tree& tree) const override;
     util::xml::Element buildMenu() const override { return item_->buildMenu(); }
     void onMenuCommand(int id) override { item_->onMenuCommand(id); }

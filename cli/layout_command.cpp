@@ -2,6 +2,7 @@
 #include "cli/commands.h"
 #include "cli/terminal.h"
 #include "core/resources.h"
+#include "gui/qt/gui_start.h"
 #include "gui/qt/layout_viewer.h"
 
 #include <cstdlib>
@@ -19,11 +20,9 @@ std::string folderOf(const std::string& file)
 /// A picture is drawn without a display; a window needs one, and Qt would end the process.
 void choosePlatform(bool isPicture)
 {
-    if (std::getenv("QT_QPA_PLATFORM"))
-        return;
     if (isPicture)
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    else if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY"))
+        setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    else if (!gui::hasDisplay())
         throw Failure("there is no display to show a window on; --screenshot FILE needs none");
 }
 

@@ -33,6 +33,19 @@ int usage(const CLI::App& program, const std::string& what)
     return fail(what + " (see \"" + help + " --help\")", kUsage);
 }
 
+/// CLI11 names what it did not expect in the wrong order, and an unknown command not at all.
+std::string reasonOf(const CLI::App& program, const CLI::ParseError& error)
+{
+    const bool isCommand = program.get_subcommands().empty();
+    const CLI::App& asked = isCommand ? program : *program.get_subcommands().front();
+    const std::vector<std::string> unknown = asked.remaining();
+    if (isCommand && !unknown.empty())
+        return "there is no command \"" + unknown.front() + "\"";
+    if (!unknown.empty())
+        return "\"" + unknown.front() + "\" is not expected here";
+    return error.what();
+}
+
 int run(int argc, char** argv)
 {
     CLI::App program("Rigstage: perform animation live, keep the take, resimulate it.", "rigstage");
@@ -41,7 +54,8 @@ int run(int argc, char** argv)
         program.parse(argc, argv);
         return 0;
     } catch (const CLI::ParseError& error) {
-        return error.get_exit_code() == 0 ? program.exit(error) : usage(program, error.what());
+        return error.get_exit_code() == 0 ? program.exit(error)
+                                          : usage(program, reasonOf(program, error));
     } catch (const Failure& failure) {
         return failure.status() == kUsage ? usage(program, failure.what())
                                           : fail(failure.what(), failure.status());

@@ -111,6 +111,8 @@ void takeFrom(Session& session, const Run& run, const std::optional<DriveTable>&
         if (driver)
             driver->setAll(time);
     };
+    if (session.core().instances().collect(true).empty())
+        note(run.file + " has no tool that takes part in a run: nothing is recorded");
     check(session.record(take));
 }
 
@@ -209,10 +211,13 @@ Json toJson(const std::string& file, const stage::TakeComparison& comparison, do
 void verify(const Run& run)
 {
     const SessionPointer session = openFile(run.file);
-    const stage::TakeComparison comparison = [&] {
+    const Result<stage::TakeComparison> verified = [&] {
         ProgressLine line("Verifying");
-        return valueOf(stage::verifyTake(*session, [&](double fraction) { line.show(fraction); }));
+        return stage::verifyTake(*session, [&](double fraction) { line.show(fraction); });
     }();
+    if (!verified)
+        throw Failure("cannot verify " + run.file + ": " + verified.reason());
+    const stage::TakeComparison& comparison = *verified;
     const double step = session->stage().getFrameDuration();
     if (run.json)
         print(toJson(run.file, comparison, step));

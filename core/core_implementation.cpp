@@ -3,6 +3,7 @@
 #include "core/adaptor.h"
 #include "core/instance.h"
 #include "core/instance_reference.h"
+#include "core/log.h"
 #include "core/paths.h"
 #include "core/tool.h"
 #include "core/tool_record.h"
@@ -96,8 +97,9 @@ std::string CoreImplementation::cloneInstance(const std::string& name)
 
 void CoreImplementation::deleteInstance(const std::string& name)
 {
-    if (InstanceReference* const reference = instances_.find(name))
-        InstanceManager::deleteReference(reference, true);
+    InstanceReference* const reference = instances_.find(name);
+    if (reference && InstanceManager::deleteReference(reference, true) != 0)
+        log(LogKind::General, LogSeverity::Error, name + " stays: a run is on");
 }
 
 // Windows.
@@ -119,7 +121,7 @@ std::uint32_t CoreImplementation::messageBox(void* parent, const std::string& te
                                              const std::string& title, std::uint32_t flags, bool force)
 {
     if (settings_.get().silentMode && !force)
-        return box::silentAnswer(flags);
+        return windows_->Windows::messageBox(parent, text, title, flags, force); // into the log
     return windows_->messageBox(parent, text, title, flags, force);
 }
 

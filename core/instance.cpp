@@ -429,6 +429,8 @@ std::intptr_t Instance::call(std::int32_t operation, void* argument)
     case code::makeOutput:
         return reinterpret_cast<std::intptr_t>(makeOutput(*static_cast<OutputRequest*>(argument)));
     case code::deleteTool:
+        if (CoreImplementation::instance().isRunning())
+            return kAlreadyRunning;
         requestDelete(true);
         return 0;
     case code::parentName:

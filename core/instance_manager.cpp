@@ -171,23 +171,26 @@ void InstanceManager::move(InstanceReference& entry, InstanceReference& parent, 
     parent.attach(&entry, index);
 }
 
-void InstanceManager::deleteReference(InstanceReference* reference, bool deleteNodes)
+int InstanceManager::deleteReference(InstanceReference* reference, bool deleteNodes)
 {
     if (!reference->isAlive())
-        return;
+        return 0;
+    if (CoreImplementation::instance().isRunning())
+        return kAlreadyRunning;
     AdaptorInterface& host = *adaptor();
     const UndoScope undo("Delete Tarvo Tool");
     while (!reference->childItems().empty())
         deleteReference(reference->childReferences().back(), deleteNodes);
     InstanceReference* const parent = reference->parentReference();
     if (!parent)
-        return;
+        return 0;
     auto* const record =
         new InstanceReferenceDeleteRestore(reference, parent, reference->indexInParent());
     reference->takeOut();
     Instance& instance = reference->instance();
     instance.requestDelete(deleteNodes);
     host.pushUndo(record); // behind the nodes' own records: dropped last
+    return 0;
 }
 
 InstanceReference* cloneTool(InstanceReference& source)

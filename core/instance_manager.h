@@ -51,8 +51,8 @@ public:
     static void move(InstanceReference& entry, InstanceReference& parent, int index);
 
     /// Deletes an entry and all below it, in undo "Delete Tarvo Tool"; of the root only what is
-    /// below.
-    static void deleteReference(InstanceReference* reference, bool deleteNodes);
+    /// below. 0, or kAlreadyRunning, and nothing is done: a run holds its tools.
+    static int deleteReference(InstanceReference* reference, bool deleteNodes);
 
     /// Tells a tool and all below it that their tree stands.
     static void announceComplete(InstanceReference& reference);

@@ -15,20 +15,44 @@ namespace tvw::rgs::core {
 
 namespace {
 
-constexpr std::size_t at(Column column) { return static_cast<std::size_t>(column); }
+constexpr std::size_t at(Column column)
+{
+    return static_cast<std::size_t>(column);
+}
 
-Windows& windows() { return CoreImplementation::instance().windows(); }
+Windows& windows()
+{
+    return CoreImplementation::instance().windows();
+}
 
 /// The commands of an entry's menu.
-enum MenuId { kConfigure = 1, kInputs, kHelp, kClone, kDelete, kBrowse, kRename, kFirstTool = 1000 };
+enum MenuId {
+    kConfigure = 1,
+    kInputs,
+    kHelp,
+    kClone,
+    kDelete,
+    kBrowse,
+    kRename,
+    kFirstTool = 1000
+};
 
 const char* const kModelFilter = "Tarvo Pre-Rigged Models (*.prm);;All files (*.*)";
+
+/// What changes the tree is gray while a run holds its tools.
+bool isOffered(int id)
+{
+    return !CoreImplementation::instance().isRunning() || id == kConfigure || id == kInputs ||
+           id == kHelp || id == kRename;
+}
 
 util::xml::Element menuItem(int id, const std::string& label)
 {
     util::xml::Element item = util::xml::Tag("item");
     item.setAttribute("id", std::to_string(id));
     item.setAttribute("label", label);
+    if (!isOffered(id))
+        item.setAttribute("grayed", "yes");
     return item;
 }
 
@@ -67,7 +91,10 @@ std::shared_ptr<LimboOwner> InstanceReference::limboOwner()
     return owner;
 }
 
-std::string InstanceReference::getText() const { return instance_->name(); }
+std::string InstanceReference::getText() const
+{
+    return instance_->name();
+}
 
 std::string InstanceReference::getToolTip() const
 {
@@ -77,7 +104,10 @@ std::string InstanceReference::getToolTip() const
     return typeName;
 }
 
-std::string InstanceReference::iconPath() const { return instance_->iconPath(); }
+std::string InstanceReference::iconPath() const
+{
+    return instance_->iconPath();
+}
 
 void InstanceReference::rename(const std::string& text)
 {
@@ -90,7 +120,10 @@ void InstanceReference::rename(const std::string& text)
 
 // Columns.
 
-ColumnState InstanceReference::getState(Column column) const { return states_[at(column)]; }
+ColumnState InstanceReference::getState(Column column) const
+{
+    return states_[at(column)];
+}
 
 void InstanceReference::setState(Column column, ColumnState state, bool recursive)
 {
@@ -135,8 +168,8 @@ bool InstanceReference::takesPart() const
     return (shown == ColumnState::Mixed ? saved_[at(Column::Run)] : shown) == ColumnState::On;
 }
 
-/// Low-poly: the tool's own nodes, but a camera stays for the view through it. Hi-poly: what hangs on
-/// them and belongs to no tool.
+/// Low-poly: the tool's own nodes, but a camera stays for the view through it. Hi-poly: what hangs
+/// on them and belongs to no tool.
 void InstanceReference::showNodes(Column column, bool visible)
 {
     for (CoreNode* const node : instance_->nodes()) {
@@ -188,7 +221,10 @@ std::string parentToolName(const InstanceReference* reference)
     return parent && parent->parentReference() ? parent->instance().name() : std::string();
 }
 
-InstanceReference* InstanceReference::clone() { return cloneTool(*this); }
+InstanceReference* InstanceReference::clone()
+{
+    return cloneTool(*this);
+}
 
 // Menu.
 
@@ -218,6 +254,8 @@ util::xml::Element InstanceReference::buildMenu()
 void InstanceReference::onMenuCommand(int id)
 {
     InstanceManager& manager = CoreImplementation::instance().instances();
+    if (!isOffered(id)) // a run began while the menu was open
+        return;
     switch (id) {
     case kConfigure:
         windows().openConfiguration(instance_);

@@ -12,6 +12,12 @@
 
 namespace tvw::rgs::core {
 
+namespace {
+
+constexpr double kSlack = 1e-6; ///< [frames]: 29 / 25 s is a hair less than 29 steps of 1 / 25 s
+
+} // namespace
+
 using unidevice::DeviceHub;
 
 RecordManager::RecordManager(CoreImplementation* core, Clock& clock)
@@ -29,8 +35,15 @@ RecordManager::~RecordManager()
 
 std::int32_t RecordManager::timeToFrame(double time, double step)
 {
-    const auto frame = static_cast<std::int32_t>(std::trunc(time / step));
-    return time < 0.0 && frame * step > time ? frame - 1 : frame;
+    return static_cast<std::int32_t>(std::floor(time / step + kSlack));
+}
+
+/// Runs count times in steps: what the last take left at a frame must stand at the very start of a
+/// run from there.
+double RecordManager::inSteps(double time, double step)
+{
+    const double counted = timeToFrame(time, step) * step;
+    return std::abs(time - counted) < kSlack * step ? counted : time;
 }
 
 double RecordManager::frameTime() const
@@ -63,7 +76,7 @@ int RecordManager::startRecord(int countdown)
     running_ = true;
     TimeRange range;
     host.getRange(range);
-    start_ = host.getTime();
+    start_ = inSteps(host.getTime(), host.getFrameDuration());
     end_ = range.end;
     frame_ = timeToFrame(start_, host.getFrameDuration());
     keyHook_.setActive(true);
@@ -265,18 +278,18 @@ int RecordManager::startResimulation(double from, double to)
     host.beginUndo("Resimulating");
     running_ = true;
     resimulating_ = true;
-    start_ = from;
+    const double step = host.getFrameDuration();
+    start_ = inSteps(from, step);
     end_ = to;
     savedSpeed_ = std::exchange(speed_, 1.0);
     CoreImplementation::instance().windows().refreshRunState();
     host.pushUndo(new TimeUndo);
-    host.setTime(from); // the poses that are laid as the start are those of the start
+    host.setTime(start_); // the poses that are laid as the start are those of the start
     collectInstances();
     for (Instance* const instance : instances_)
         instance->startRun(start_);
-    const double step = host.getFrameDuration();
-    frame_ = firstFrameBehind(from, step);
-    progress_ = {from, to, frame_ * step, 0.0};
+    frame_ = firstFrameBehind(start_, step);
+    progress_ = {start_, to, frame_ * step, 0.0};
     if (view_)
         view_->opened(progress_);
     return 0;

@@ -93,6 +93,7 @@ public:
     static std::int32_t timeToFrame(double time, double step);
 
 private:
+    static double inSteps(double time, double step);
     void collectInstances();
     void prepareDevices();
     void simulateFrame(double time);

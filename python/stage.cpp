@@ -1,6 +1,7 @@
 #include "python/bindings.h"
 
 #include "adaptor/stage/scene_file.h"
+#include "core/adaptor.h"
 #include "core/core_implementation.h"
 #include "core/instance_manager.h"
 #include "core/settings.h"
@@ -94,6 +95,8 @@ public:
         scene_->session = nullptr;
         session_.reset();
     }
+
+    bool isInRun() const { return session_ && session_->core().isRunning(); }
 
     Session& get() const
     {
@@ -387,7 +390,11 @@ void bindContent(py::class_<PyStage>& type)
         .def("add_spline", &addSpline, py::arg("name"), py::arg("points"), py::arg("closed") = false,
              py::arg("matrix") = py::none(), "A spline that runs through its points.")
         .def(
-            "remove", [](const PyStage& s, const PyNode& node) { s.get().stage().remove(node.get()); },
+            "remove",
+            [](const PyStage& s, const PyNode& node) {
+                const core::UndoScope undo("Delete"); // else an older step would bring it back
+                s.get().stage().remove(node.get());
+            },
             py::arg("node"), "Deletes a scene node.")
         .def("undo", [](const PyStage& s) { return s.get().stage().hostUndo(); },
              "True if something was undone.")
@@ -457,7 +464,12 @@ void bindStage(py::module_& module)
              py::arg("fps") = 25.0, py::arg("start") = 0.0, py::arg("end") = 10.0,
              py::arg("user_folder") = py::none(),
              "user_folder: where profiles and settings lie; None: the user's own.")
-        .def("close", &PyStage::close)
+        .def("close",
+             [](PyStage& s) {
+                 if (s.isInRun())
+                     throw std::runtime_error("the stage can't be closed while a run is on");
+                 s.close();
+             })
         .def("__enter__", [](PyStage& s) -> PyStage& { return s; }, py::return_value_policy::reference)
         .def("__exit__", [](PyStage& s, const py::args&) { s.close(); });
     bindTimeAndFiles(type);

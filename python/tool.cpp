@@ -280,7 +280,8 @@ PyTool clone(const PyTool& tool)
 void deleteTool(const PyTool& tool, bool deleteNodes)
 {
     const core::UndoScope undo("Delete tool");
-    core::InstanceManager::deleteReference(&tool.reference(), deleteNodes);
+    if (core::InstanceManager::deleteReference(&tool.reference(), deleteNodes) != 0)
+        throw std::runtime_error(tool.get().name() + " can't be deleted while a run is on");
 }
 
 std::vector<PyNode> nodes(const PyTool& tool)

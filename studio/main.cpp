@@ -19,8 +19,6 @@ int fail(const std::string& reason)
 int run(int argc, char** argv)
 {
     setUpApplication();
-    if (const Status started = gui::startGui(); !started)
-        return fail(started.reason());
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
@@ -33,7 +31,16 @@ int run(int argc, char** argv)
                                   "folder");
     parser.addOptions({demo, user});
     parser.addPositionalArgument("scene", "The scene (.glb) to open.");
-    parser.process(arguments);
+    if (!parser.parse(arguments))
+        return fail(parser.errorText().toStdString());
+    if (parser.isSet("help") || parser.isSet("version")) {
+        const QCoreApplication plain(argc, argv); // neither needs a display
+        parser.process(plain);
+    }
+    if (parser.positionalArguments().size() > 1)
+        return fail("one scene at a time can be open");
+    if (const Status started = gui::startGui(); !started)
+        return fail(started.reason());
 
     auto studio = Studio::start(parser.value(user).toStdString());
     if (!studio)

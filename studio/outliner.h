@@ -16,7 +16,8 @@ class Outliner final : public QTreeWidget
 public:
     explicit Outliner(stage::Session& session);
 
-    void refresh(); ///< takes over what the scene became; cheap when nothing did
+    void removeSelected(); ///< from the scene, in undo "Delete"
+    void refresh();        ///< takes over what the scene became; cheap when nothing did
 
     std::function<void()> changed; ///< the user changed the scene or the selection
 
@@ -31,7 +32,6 @@ private:
     void showSelection();
     void takeSelection();
     void edited(QTreeWidgetItem* item, int column);
-    void removeSelected();
     void tell();
     [[nodiscard]] std::uint64_t structure() const; ///< differs whenever the tree does
 

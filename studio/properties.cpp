@@ -92,7 +92,7 @@ Properties::Properties(stage::Session& session) : session_(session)
     auto* const form = new QFormLayout(this);
     title_ = new QLabel;
     form->addRow(title_);
-    place_ = addBoxes(*form, "Position", Part::Place, 0.1, " m");
+    place_ = addBoxes(*form, "Position [m]", Part::Place, 0.1, "");
     turn_ = addBoxes(*form, "Rotation", Part::Turn, 1.0, "\u00b0");
     scale_ = addBoxes(*form, "Scale", Part::Scale, 0.1, "");
     fov_ = makeBox(0.01, 179.99, 1.0, "\u00b0");
@@ -106,6 +106,7 @@ Properties::Properties(stage::Session& session) : session_(session)
     table_->setHorizontalHeaderLabels({"Property", "Text"});
     table_->horizontalHeader()->setStretchLastSection(true);
     table_->verticalHeader()->hide();
+    table_->setTabKeyNavigation(false); // Tab would never leave it
     table_->setToolTip("User properties: texts under keys, saved with the scene and exported.");
     connect(table_, &QTableWidget::cellChanged, this,
             [this](int row, int column) { writeTable(row, column); });
@@ -148,8 +149,8 @@ void Properties::refresh()
                                  : QString("%1 nodes selected").arg(count));
     fov_->setEnabled(shown && shown->hasLens());
     distance_->setEnabled(shown && shown->hasLens());
+    const double time = session_.stage().getTime();
     if (shown) {
-        const double time = session_.stage().getTime();
         const Matrix4 local = shown->local(time);
         const Vector3d size = signedScaleOf(local);
         const std::array<double, 3> angles = anglesOf(turnOf(local));
@@ -159,8 +160,17 @@ void Properties::refresh()
             turn_[at]->setValue(angles[at]);
             scale_[at]->setValue(size[i]);
         }
-        fov_->setValue(shown->hasLens() ? shown->fov(time) : 0.0);
-        distance_->setValue(shown->hasLens() ? shown->targetDistance(time) : 0.0);
+    } else {
+        for (const Boxes& boxes : {place_, turn_, scale_})
+            for (QDoubleSpinBox* const box : boxes)
+                box->clear();
+    }
+    if (shown && shown->hasLens()) {
+        fov_->setValue(shown->fov(time));
+        distance_->setValue(shown->targetDistance(time));
+    } else {
+        fov_->clear();
+        distance_->clear();
     }
     showTable(shown);
     filling_ = false;

@@ -1,6 +1,7 @@
 #include "studio/studio.h"
 
 #include "core/core_implementation.h"
+#include "core/paths.h"
 #include "core/version.h"
 #include "gui/qt/gui_start.h"
 
@@ -51,6 +52,8 @@ Result<std::unique_ptr<Studio>> Studio::start(const std::string& userFolder)
 
 Status Studio::begin(const std::string& userFolder)
 {
+    if (!userFolder.empty() && !core::makeDirectories(userFolder))
+        return Status::failure("cannot make the folder " + userFolder);
     auto session =
         stage::Session::start({.userFolder = userFolder,
                                .clock = &clock_,
@@ -86,7 +89,7 @@ void Studio::show()
     window_->activateWindow();
 }
 
-/// Beside the studio, at the right edge of the screen at most.
+/// Beside the studio, at the right edge of the screen at most, and no higher than that.
 void Studio::placeMainWindow()
 {
     const auto id = reinterpret_cast<WId>(windows_.mainWindowHandle());
@@ -94,6 +97,7 @@ void Studio::placeMainWindow()
     if (!main || !main->windowHandle())
         return;
     const QRect screen = window_->screen()->availableGeometry();
+    main->resize(main->width(), std::min(main->height(), screen.height() - kBarHeight));
     const int x =
         std::min(window_->x() + window_->width() + kFrame, screen.right() - main->width() - kFrame);
     main->windowHandle()->setFramePosition({x, window_->y()});

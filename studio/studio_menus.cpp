@@ -1,6 +1,7 @@
 /// What is in the studio's menus, docks and transport bar.
 #include "adaptor/stage/scene_file.h"
 #include "app/app_windows.h"
+#include "app/choose_output.h"
 #include "core/core_implementation.h"
 #include "core/version.h"
 #include "gui/qt/style.h"
@@ -34,19 +35,6 @@
 namespace tvw::rgs::studio {
 
 namespace {
-
-/// A name without an ending gets one, and an existing file of that name is asked about all the
-/// same.
-QString chooseOutput(QWidget* parent, const char* title, const QString& start, const char* filter,
-                     const char* ending)
-{
-    QFileDialog dialog(parent, title, start, filter);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(ending);
-    if (!start.isEmpty())
-        dialog.selectFile(start);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
-}
 
 constexpr const char* kScenes = "Scenes (*.glb);;All files (*)";
 
@@ -88,7 +76,7 @@ void StudioWindow::buildFileMenu()
     idleOnly_ = {menu->addAction(
                      "&Save", this, [this] { save(); }, QKeySequence::Save),
                  menu->addAction(
-                     "Save &as...", this, [this] { saveAs(); }, QKeySequence::SaveAs)};
+                     "Save &as...", this, [this] { saveAs(); }, QKeySequence("Ctrl+Shift+S"))};
     menu->addSeparator();
     idleOnly_.push_back(menu->addAction("&Import...", this, [this] { importFile(); }));
     idleOnly_.push_back(menu->addAction("&Export animation...", this, [this] { exportFile(); }));
@@ -122,6 +110,12 @@ void StudioWindow::buildEditMenu()
     });
     addCamera->setToolTip("Where the view stands now.");
     idleOnly_.push_back(addCamera);
+    QAction* const remove =
+        menu->addAction("Delete", this, [this] { outliner_->removeSelected(); });
+    remove->setShortcut(QKeySequence::Delete);
+    remove->setShortcutContext(Qt::WidgetShortcut); // of the view; in a table it means the cell
+    view_->addAction(remove);
+    idleOnly_.push_back(remove);
     menu->addSeparator();
     menu->addAction("Preferences...", this, [this] { windows_.openPreferences(); });
 }
@@ -150,6 +144,9 @@ void StudioWindow::buildViewMenu()
     toggle("Cameras", view_->options.cameras);
     toggle("Motion path", view_->showsPath);
     toggle("Frame times", view_->showsTimes);
+    menu->addSeparator();
+    for (const QDockWidget* const dock : findChildren<QDockWidget*>())
+        menu->addAction(dock->toggleViewAction());
 }
 
 void StudioWindow::buildPlayMenu()
@@ -191,7 +188,7 @@ void StudioWindow::buildDocks()
         addDockWidget(area, out);
         return out;
     };
-    constexpr int kPanelWidth = 290; // [pixels]
+    constexpr int kPanelWidth = 310; // [pixels]
     QDockWidget* const scene = dock("Scene", outliner_, Qt::LeftDockWidgetArea);
     QDockWidget* const panel = dock("Properties", properties_, Qt::LeftDockWidgetArea);
     resizeDocks({scene, panel}, {kPanelWidth, kPanelWidth}, Qt::Horizontal);
@@ -206,6 +203,7 @@ void StudioWindow::buildTransport()
     all->setSpacing(0);
     auto* const row = new QHBoxLayout;
     row->setContentsMargins(8, 4, 8, 4);
+    row->setSpacing(4);
     const auto button = [&](QAction* action, const char* text) {
         auto* const out = new QToolButton;
         out->setDefaultAction(action);
@@ -221,7 +219,9 @@ void StudioWindow::buildTransport()
     row->addStretch();
     frameLabel_ = new QLabel;
     frameLabel_->setObjectName("frame");
+    row->addSpacing(8);
     row->addWidget(frameLabel_);
+    row->addSpacing(8);
     row->addStretch();
     const auto box = [&](const char* name, const char* label) {
         row->addWidget(new QLabel(label));
@@ -275,8 +275,9 @@ void StudioWindow::buildRateBox(QHBoxLayout& row)
     connect(rateBox_, QOverload<int>::of(&QComboBox::activated), this, [this](int place) {
         const double rate = rateBox_->itemData(place).toDouble();
         if (!core().isRunning() && rate != session_.stage().getFramesPerSecond()) {
+            session_.stage().beginUndo("Frame rate");
             session_.stage().setFramesPerSecond(rate);
-            changedBesides_ = true;
+            session_.stage().endUndo();
         }
         refresh();
     });
@@ -304,8 +305,8 @@ void StudioWindow::open()
 
 bool StudioWindow::saveAs()
 {
-    const QString path = chooseOutput(this, "Save as", QString::fromStdString(session_.scenePath()),
-                                      kScenes, ".glb");
+    const QString path = app::chooseOutput(
+        this, "Save as", QString::fromStdString(session_.scenePath()), kScenes, ".glb");
     return !path.isEmpty() && saveTo(path);
 }
 
@@ -324,7 +325,7 @@ void StudioWindow::importFile()
 
 void StudioWindow::exportFile()
 {
-    const QString path = chooseOutput(this, "Export animation", {}, "glTF (*.glb)", ".glb");
+    const QString path = app::chooseOutput(this, "Export animation", {}, "glTF (*.glb)", ".glb");
     if (path.isEmpty())
         return;
     if (const Status done = stage::exportScene(session_.stage(), path.toStdString()); !done)
@@ -334,7 +335,7 @@ void StudioWindow::exportFile()
 void StudioWindow::playblast()
 {
     const QString path =
-        chooseOutput(this, "Playblast", {}, "Film (*.mp4);;Picture (*.png)", ".mp4");
+        app::chooseOutput(this, "Playblast", {}, "Film (*.mp4);;Picture (*.png)", ".mp4");
     if (path.isEmpty())
         return;
     QProgressDialog shown("Drawing the animation...", "Cancel", 0, 1000, this);

@@ -5,9 +5,12 @@
 #include "app/app_windows.h"
 #include "core/core_implementation.h"
 #include "core/instance_reference.h"
+#include "core/log.h"
 #include "core/tool_record.h"
 #include "core/version.h"
 #include "demo/demo_scene.h"
+#include "gui/box.h"
+#include "gui/qt/boxes.h"
 #include "studio/outliner.h"
 #include "studio/properties.h"
 #include "studio/timeline.h"
@@ -23,12 +26,12 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
-#include <QMessageBox>
 #include <QSettings>
 #include <QSpinBox>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tvw::rgs::studio {
 
@@ -80,10 +83,16 @@ StudioWindow::StudioWindow(stage::Session& session, app::AppWindows& windows)
             .arg(inputMs_, 0, 'f', 3);
     };
     session_.stage().hooks.redrawViews = [this] { redrawIfDue(); };
+    session_.onMessage = [this](const stage::Session::Message& message) {
+        untold_.push_back(message.text);
+        QTimer::singleShot(0, this, [this] { tellMessages(); });
+    };
     core().records().addObserver(this);
     connect(&playTimer_, &QTimer::timeout, this, [this] { stepPlay(); });
     connect(&refreshTimer_, &QTimer::timeout, this, [this] {
-        if (!core().isRunning() && session_.stage().version() != shownVersion_)
+        const stage::UndoStack& steps = session_.stage().undoStack();
+        if (!core().isRunning() &&
+            (session_.stage().version() != shownVersion_ || steps.state() != shownState_))
             refresh();
     });
     refreshTimer_.start(kRefreshInterval);
@@ -93,12 +102,14 @@ StudioWindow::StudioWindow(stage::Session& session, app::AppWindows& windows)
 StudioWindow::~StudioWindow()
 {
     session_.stage().hooks.redrawViews = nullptr;
+    session_.onMessage = nullptr;
     core().records().removeObserver(this);
 }
 
 void StudioWindow::refresh()
 {
     shownVersion_ = session_.stage().version();
+    shownState_ = session_.stage().undoStack().state();
     outliner_->refresh();
     if (!core().isRunning())
         properties_->refresh();
@@ -130,7 +141,11 @@ void StudioWindow::redrawIfDue()
 void StudioWindow::showHint()
 {
     const bool hasTools = !core().instances().collect(false).empty();
-    if (core().isRunning())
+    const bool takesPart = !core().instances().collect(true).empty();
+    if (core().isRunning() && !takesPart)
+        view_->hint = "No tool takes part: nothing is recorded.  Space stops.\n"
+                      "The red dots in the Rigstage window switch tools on.";
+    else if (core().isRunning())
         view_->hint = core().isResimulating() ? QString() : "Recording.  Space stops.";
     else if (!hasTools)
         view_->hint = "Create a tool in the Rigstage window (F9), or choose File > New demo scene.";
@@ -146,7 +161,24 @@ void StudioWindow::showHint()
 
 void StudioWindow::complain(const std::string& what)
 {
-    QMessageBox::warning(this, kProductName, QString::fromStdString(what));
+    ask(what, gui::box::ok | gui::box::warning);
+}
+
+/// Not in a run: no box comes between the hands and a take.
+void StudioWindow::tellMessages()
+{
+    if (core().isRunning())
+        return;
+    for (const std::string& text : std::exchange(untold_, {}))
+        complain(text);
+}
+
+/// Forced are the questions about the user's work: nobody else can answer whether to overwrite or
+/// to lose it.
+std::uint32_t StudioWindow::ask(const std::string& text, std::uint32_t flags, bool force)
+{
+    core::log(core::LogKind::Box, core::LogSeverity::Notice, text);
+    return gui::messageBox(this, text, kProductName, flags, force);
 }
 
 void StudioWindow::goTo(double time)
@@ -169,12 +201,12 @@ bool StudioWindow::mayLeave()
     core().records().finishResimulation();
     if (!isChanged() && toolRecords() == savedTools_)
         return true;
-    const auto answer = QMessageBox::question(
-        this, kProductName, "The scene has changes that are not saved. Save them?",
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
-    if (answer == QMessageBox::Save)
+    const std::uint32_t answer =
+        ask("The scene has changes that are not saved. Save them?",
+            gui::box::save | gui::box::discard | gui::box::cancel | gui::box::question, true);
+    if (answer == gui::box::save)
         return save();
-    return answer == QMessageBox::Discard;
+    return answer == gui::box::discard;
 }
 
 bool StudioWindow::isChanged() const
@@ -287,17 +319,17 @@ void StudioWindow::offerLostTakes()
     for (const stage::LostTake& take : session_.lostTakes()) {
         const QString when =
             QLocale().toString(QDateTime::fromSecsSinceEpoch(take.writtenAt), QLocale::ShortFormat);
-        const auto answer = QMessageBox::question(
-            this, kProductName,
-            QString("A take of %1 s was cut off (%2). Bring it back?")
-                .arg(take.end, 0, 'f', 1)
-                .arg(when),
-            QMessageBox::Yes | QMessageBox::No | QMessageBox::Discard, QMessageBox::Yes);
-        if (answer == QMessageBox::Discard) {
+        const std::uint32_t answer =
+            ask(QString("A take of %1 s was cut off (%2). Bring it back?")
+                    .arg(take.end, 0, 'f', 1)
+                    .arg(when)
+                    .toStdString(),
+                gui::box::yes | gui::box::no | gui::box::discard | gui::box::question, true);
+        if (answer == gui::box::discard) {
             if (const Status gone = stage::discardLostTake(take); !gone)
                 complain(gone.reason());
         }
-        if (answer != QMessageBox::Yes)
+        if (answer != gui::box::yes)
             continue;
         if (const Status done = session_.recover(take); !done)
             complain(done.reason());
@@ -366,9 +398,11 @@ void StudioWindow::runStarted(double start, const std::vector<core::Instance*>&)
 {
     play(false); // from whichever window it was started
     lockForRun(true);
+    takeStart_ = start;
     timeline_->setTakeStart(start);
     record_->setChecked(!core().isResimulating());
     showHint();
+    view_->scheduleRedraw();
     view_->setFocus(); // a take's keys are the hands', not a spin box's
 }
 
@@ -405,7 +439,15 @@ void StudioWindow::runEnded()
     record_->setChecked(false);
     lockForRun(false);
     ++takes_;
-    QTimer::singleShot(0, this, [this] { refresh(); }); // when the run is over for all
+    const double now = session_.stage().getTime();
+    const double last =
+        core().isResimulating() ? now : std::max(takeStart_, core().records().frameTime());
+    QTimer::singleShot(0, this, [this, now, last] { // when the run is over for all
+        if (session_.stage().getTime() == now)
+            goTo(last); // the clock stands between two frames: a next take would begin there
+        refresh();
+        tellMessages();
+    });
 }
 
 } // namespace tvw::rgs::studio

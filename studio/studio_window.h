@@ -92,6 +92,9 @@ private:
     void showUndoNames();
     void showFrame();
     void complain(const std::string& what);
+    void tellMessages(); ///< of stage and journal
+    /// Answers a flag of gui/box.h. In silent mode nothing is shown unless force is set.
+    std::uint32_t ask(const std::string& text, std::uint32_t flags, bool force = false);
     void redrawIfDue();
     void lockForRun(bool on); ///< what would change the scene under a take
     void setRange();
@@ -126,11 +129,14 @@ private:
     QTimer refreshTimer_;
     QElapsedTimer playClock_;
     double playFrom_ = 0.0;
+    double takeStart_ = 0.0;
     std::optional<stage::LostTake> recovered_; ///< the scene holds it, and no file does yet
     std::uint64_t savedState_ = 0;
     std::string savedTools_;
-    bool changedBesides_ = false; ///< in a way that no undo takes back
+    std::vector<std::string> untold_; ///< messages that came
+    bool changedBesides_ = false;     ///< in a way that no undo takes back
     std::uint64_t shownVersion_ = 0;
+    std::uint64_t shownState_ = 0; ///< of the undo list: a step need not change the scene
     QElapsedTimer frameClock_;
     int takes_ = 0;        ///< of the scene, since it was opened
     double frameMs_ = 0.0; ///< of simulation, smoothed

@@ -16,7 +16,7 @@ constexpr int kLabelSpace = 56;  // [pixels] a label needs
 
 const QColor kBack(0x1e, 0x20, 0x25), kTrack(0x2b, 0x2e, 0x35), kTick(0x5a, 0x5f, 0x6a),
     kText(0xb8, 0xbd, 0xc6), kKey(0xf2, 0xa3, 0x3a), kTake(0xd8, 0x3a, 0x34),
-    kNow(0x5a, 0xb0, 0xf2);
+    kLens(0x6f, 0xc9, 0x8a), kNow(0x5a, 0xb0, 0xf2);
 
 } // namespace
 
@@ -26,7 +26,8 @@ Timeline::Timeline(stage::Session& session) : session_(session)
     setMinimumHeight(56);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setFocusPolicy(Qt::ClickFocus);
-    setToolTip("Drag to scrub. The wheel steps by frames. Marks are the keys of what is selected.");
+    setToolTip("Drag to scrub. The wheel steps by frames. "
+               "Marks are the keys of what is selected: orange of its pose, green of its lens.");
 }
 
 void Timeline::setTakeStart(std::optional<double> time)
@@ -107,18 +108,29 @@ void Timeline::paintRuler(QPainter& painter)
     }
 }
 
-void Timeline::paintKeys(QPainter& painter)
+template <class T>
+void Timeline::paintMarks(QPainter& painter, const stage::KeyTrack<T>& keys, int top, int bottom)
 {
     int lastPixel = -1;
-    painter.setPen(QPen(kKey, 1));
+    keys.forEach([&](const stage::TrackKey<T>& key) {
+        const int pixel = static_cast<int>(std::lround(xOf(stage::toSeconds(key.time))));
+        if (pixel != lastPixel)
+            painter.drawLine(pixel, top, pixel, bottom);
+        lastPixel = pixel;
+    });
+}
+
+void Timeline::paintKeys(QPainter& painter)
+{
+    constexpr int kLane = 8; // [pixels]
+    const int pose = kRulerHeight + 4;
+    const int lens = pose + kLane + 2;
     for (const stage::StageNode* const node : session_.stage().selection()) {
-        for (const double time : node->poseKeyTimes()) {
-            const int pixel = static_cast<int>(std::lround(xOf(time)));
-            if (pixel == lastPixel)
-                continue;
-            lastPixel = pixel;
-            painter.drawLine(pixel, kRulerHeight + 6, pixel, height() - 12);
-        }
+        painter.setPen(QPen(kKey, 1));
+        paintMarks(painter, node->poseKeys(), pose, pose + kLane);
+        painter.setPen(QPen(kLens, 1));
+        paintMarks(painter, node->fovKeys(), lens, lens + kLane);
+        paintMarks(painter, node->targetDistanceKeys(), lens, lens + kLane);
     }
 }
 

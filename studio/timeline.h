@@ -1,4 +1,5 @@
-/// The time line: scrub, the range, the keys of what is selected, a take in progress in red.
+/// The time line: scrub, the range, the keys of what is selected (pose above, lens below), a take
+/// in progress in red.
 #pragma once
 
 #include "adaptor/stage/session.h"
@@ -35,6 +36,8 @@ private:
     void scrubTo(int x);
     void paintRuler(QPainter& painter);
     void paintKeys(QPainter& painter);
+    template <class T>
+    void paintMarks(QPainter& painter, const stage::KeyTrack<T>& keys, int top, int bottom);
 
     stage::Session& session_;
     std::optional<double> takeStart_;

@@ -110,6 +110,8 @@ std::string withoutPercents(const std::string& uri)
 
 GltfFile::GltfFile(std::string bytes, const std::string& folder)
 {
+    if (bytes.empty())
+        throw FileFault{"it is empty"};
     bytes_.push_back(std::move(bytes));
     if (std::string_view(bytes_[0]).substr(0, 4) == kMagic)
         readBinary();

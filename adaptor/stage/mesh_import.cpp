@@ -8,8 +8,12 @@
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <map>
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace tvw::rgs::stage {
@@ -211,6 +215,28 @@ private:
 
 } // namespace
 
+namespace {
+
+/// Assimp takes a .ply header's counts at their word, memory and minutes alike. An element that has
+/// a property takes a byte at least.
+bool holdsItsCounts(const std::string& path, double fileSize)
+{
+    std::ifstream file(path, std::ios::binary);
+    char begin[3] = {};
+    file.read(begin, sizeof begin);
+    if (std::string_view(begin, sizeof begin) != "ply")
+        return true;
+    std::string line;
+    double elements = 0.0;
+    while (std::getline(file, line) && line.substr(0, 10) != "end_header") {
+        if (line.substr(0, 8) == "element ")
+            elements += std::abs(std::atof(line.c_str() + line.find_last_of(' ')));
+    }
+    return elements <= fileSize;
+}
+
+} // namespace
+
 Result<SceneData> readWithAssimp(const std::string& path)
 {
     using Answer = Result<SceneData>;
@@ -218,6 +244,8 @@ Result<SceneData> readWithAssimp(const std::string& path)
     if (!std::filesystem::is_regular_file(path, error))
         return Answer::failure("cannot open " + path + ": " +
                                (error ? error.message() : "it is no file"));
+    if (!holdsItsCounts(path, static_cast<double>(std::filesystem::file_size(path, error))))
+        return Answer::failure("cannot read " + path + ": its header counts more than it holds");
     Assimp::Importer importer;
     constexpr unsigned kSteps = aiProcess_Triangulate | aiProcess_JoinIdenticalVertices |
                                 aiProcess_ValidateDataStructure | aiProcess_SortByPType;

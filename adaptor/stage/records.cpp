@@ -89,11 +89,15 @@ void CSetTimeRestoreObj::exchange()
     stage_.swapTime(time_, range_);
 }
 
-RangeRecord::RangeRecord(Stage& stage) : stage_(stage), range_(stage.range_) {}
+RangeRecord::RangeRecord(Stage& stage)
+    : stage_(stage), range_(stage.range_), baseRate_(stage.baseRate_)
+{
+}
 
 void RangeRecord::exchange()
 {
     std::swap(stage_.range_, range_);
+    std::swap(stage_.baseRate_, baseRate_);
     ++stage_.version_;
 }
 

@@ -117,7 +117,7 @@ private:
     core::TimeRange range_;
 };
 
-/// The range alone.
+/// The range and the frame rate.
 class RangeRecord final : public SwapRecord
 {
 public:
@@ -128,6 +128,7 @@ private:
 
     Stage& stage_;
     core::TimeRange range_;
+    double baseRate_;
 };
 
 } // namespace tvw::rgs::stage

@@ -135,6 +135,8 @@ Status openScene(Session& session, const std::string& path)
 
 Status exportScene(Stage& stage, const std::string& path, const ExportOptions& options)
 {
+    if (!hasEnding(path, ".glb")) // another program would go by the name and fail
+        return Status::failure("cannot write " + path + ": an export is glTF, a .glb file");
     SceneWriter writer(stage, options);
     return writeTo(path, writer);
 }

@@ -318,8 +318,11 @@ void Stage::swapTime(double& time, core::TimeRange& range)
 
 void Stage::setFramesPerSecond(double baseRate)
 {
-    if (std::isfinite(baseRate) && baseRate > 0.0)
-        baseRate_ = baseRate;
+    if (!std::isfinite(baseRate) || baseRate <= 0.0)
+        return;
+    noteRange();
+    baseRate_ = baseRate;
+    ++version_;
 }
 
 void Stage::setTimeScale(std::int32_t n)
@@ -331,13 +334,18 @@ void Stage::setRange(const core::TimeRange& range)
 {
     if (!std::isfinite(range.start) || !std::isfinite(range.end) || range.end < range.start)
         return;
-    const std::uint64_t bracket = undo_.bracket();
-    if (bracket != 0 && rangeNoted_ != bracket) {
-        rangeNoted_ = bracket;
-        undo_.push(new RangeRecord(*this));
-    }
+    noteRange();
     range_ = range;
     ++version_;
+}
+
+void Stage::noteRange()
+{
+    const std::uint64_t bracket = undo_.bracket();
+    if (bracket == 0 || rangeNoted_ == bracket)
+        return;
+    rangeNoted_ = bracket;
+    undo_.push(new RangeRecord(*this));
 }
 
 } // namespace tvw::rgs::stage

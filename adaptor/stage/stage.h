@@ -227,6 +227,7 @@ private:
     void clearNodeTags();
 
     void swapTime(double& time, core::TimeRange& range);
+    void noteRange(); ///< and the frame rate, for undo
     void newEpoch() noexcept;
     void prepareRun(const std::vector<StageNode*>& nodes);
     template <class F>

@@ -52,6 +52,9 @@ public:
         virtual void onMenuCommand(int /*id*/) {}
         virtual void selected() {}
         virtual void deselected() {}
+        /// Round all that one drop onto this node does. False: it is refused, and nothing follows.
+        virtual bool dropBegins(bool /*isCopy*/) { return true; }
+        virtual void dropEnds() {}
     };
 
     virtual void refresh() = 0; ///< repaints, and tells as if a flag had been clicked

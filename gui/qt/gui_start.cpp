@@ -77,11 +77,19 @@ void unregisterComponents()
     AbstractFactory<Component>::instance().clear();
 }
 
+bool hasDisplay()
+{
+    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || qEnvironmentVariableIsSet("DISPLAY") ||
+           qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
 Status startGui()
 {
     if (!haveApplication()) {
         if (QCoreApplication::instance() != nullptr)
             return Status::failure("this process runs an application that has no windows");
+        if (!hasDisplay())
+            return Status::failure("there is no display to show a window on");
         QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
         QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
         QGuiApplication::setHighDpiScaleFactorRoundingPolicy(

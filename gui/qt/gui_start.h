@@ -7,8 +7,11 @@ namespace tvw::gui {
 
 /// Makes an application object if there is none, with our own look; a host's is used as it is. Then
 /// registers the components. Any number of times. Fails, and nothing is registered, if the process
-/// runs an application without widgets. [main thread]
+/// runs an application without widgets, or there is no display. [main thread]
 Status startGui();
+
+/// Whether a window could be shown. Qt ends the process where it could not.
+[[nodiscard]] bool hasDisplay();
 
 /// Registers every tag and background; what is registered already stays.
 void registerComponents();

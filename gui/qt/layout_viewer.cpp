@@ -2,9 +2,11 @@
 
 #include "gui/qt/gui_start.h"
 #include "util/factory.h"
+#include "util/file.h"
 #include "util/xml/element.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QPixmap>
 #include <QWidget>
 
@@ -19,8 +21,6 @@ namespace {
 const char* reasonOf(int code)
 {
     switch (code) {
-    case util::xml::code::fileUnreadable:
-        return "it cannot be read";
     case util::xml::code::noRoot:
         return "it does not begin with a tag";
     case util::xml::code::unclosed:
@@ -54,9 +54,11 @@ void onlyErrors(QtMsgType type, const QMessageLogContext&, const QString& text)
 Status draw(Component& window, const std::string& path)
 {
     QApplication::processEvents(); // the layouts settle
-    if (window.widget()->grab().save(QString::fromStdString(path), "PNG"))
-        return {};
-    return Status::failure("cannot write " + path);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    window.widget()->grab().save(&buffer, "PNG");
+    return writeFileAtomically(path, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 } // namespace
@@ -64,8 +66,11 @@ Status draw(Component& window, const std::string& path)
 Result<ComponentPtr> loadLayout(const std::string& path)
 {
     using Outcome = Result<ComponentPtr>;
+    const Result<std::string> text = readFile(path);
+    if (!text)
+        return Outcome::failure(text.reason());
     Element element;
-    const int code = element.loadFile(path);
+    const int code = element.parse(*text);
     if (code != util::xml::code::ok)
         return Outcome::failure("cannot show " + path + ": " + reasonOf(code));
     const bool isWindow = element.name() == "dialog";

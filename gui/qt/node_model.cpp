@@ -285,11 +285,12 @@ bool NodeModel::dropMimeData(const QMimeData* data, Qt::DropAction action, int r
     const bool isCopy = action == Qt::CopyAction;
     const bool ontoItself = std::any_of(nodes.begin(), nodes.end(),
                                         [&](const Node* node) { return isWithin(&target, *node); });
-    if (nodes.empty() || (ontoItself && !isCopy))
+    if (nodes.empty() || (ontoItself && !isCopy) || !target.dropBegins(isCopy))
         return false;
     const auto end = static_cast<int>(target.childCount());
     const int place = row < 0 || row > end || besideRoot ? end : row;
     isCopy ? copyNodes(nodes, target, place) : moveNodes(nodes, target, place);
+    target.dropEnds();
     const QModelIndex targetIndex = indexOf(&target);
     if (targetIndex.isValid() && !view_.isExpanded(targetIndex)) {
         for (int flag = 0; flag < flagCount_; ++flag)

@@ -259,6 +259,23 @@ TEST_F(ToolTree, DeletingWithoutNodesLeavesThemToTheScene)
     EXPECT_EQ(scene().ownerOf(*scene().find("Car_Base")), &car.instance());
 }
 
+TEST_F(ToolTree, ARunHoldsItsTools)
+{
+    InstanceReference& set = make("Set", nullptr, "Group");
+    InstanceReference& car = make("Car", &set);
+    std::set<std::intptr_t> answers;
+    const Status done =
+        session->record({.seconds = 0.2, .beforeFrame = [&](double) {
+                             answers.insert(InstanceManager::deleteReference(&set, true));
+                             answers.insert(car.instance().call(code::deleteTool, nullptr));
+                         }});
+    ASSERT_TRUE(done) << done.reason();
+    EXPECT_THAT(answers, ElementsAre(kAlreadyRunning));
+    EXPECT_THAT(tree(), ElementsAre("Set", "Set/Car"));
+    EXPECT_EQ(undo().undoNames().back(), "Record");
+    EXPECT_EQ(InstanceManager::deleteReference(&set, true), 0);
+}
+
 TEST_F(ToolTree, AToolMayAskForItsOwnEnd)
 {
     InstanceReference& car = make("Car");

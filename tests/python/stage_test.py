@@ -64,6 +64,13 @@ class Scene(StageCase):
         with self.assertRaises(KeyError):
             self.stage.find("Mesh")
 
+    def test_what_was_removed_stays_so_when_its_making_is_undone(self):
+        tool = self.stage.create("Sinusoid")
+        self.stage.remove(tool.node("SinusNode"))
+        while self.stage.undo():
+            pass
+        self.assertEqual(self.stage.nodes, [])
+
     def test_keys(self):
         node = self.stage.add_empty("Node")
         node.set_matrix(translated(0, 0, 0), 0.0, key=True)

@@ -152,6 +152,17 @@ class Runs(StageCase):
         self.stage.time = 0
         self.stage.record(0.2)
 
+    def test_a_run_holds_what_it_works_on(self):
+        tool = self.stage.create("Sinusoid")
+
+        def hand(t):
+            for forbidden in (tool.delete, self.stage.close):
+                with self.assertRaisesRegex(RuntimeError, "while a run is on"):
+                    forbidden()
+
+        self.stage.record(0.4, before_frame=hand)
+        self.assertEqual(len(tool.node("SinusNode").key_times()), 11)
+
     def test_progress_and_slow_motion(self):
         self.stage.time_scale = 2
         self.stage.record(1.0)

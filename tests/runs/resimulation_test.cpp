@@ -1,7 +1,6 @@
 // The promise of a take: with nothing changed, a second pass lays the same keys to the bit.
-#include "tests/runs/run_fixture.h"
-
 #include "core/record_manager.h"
+#include "tests/runs/run_fixture.h"
 
 namespace tvw::rgs::tests {
 namespace {
@@ -52,11 +51,14 @@ TEST_F(Resimulation, RepeatsATakePunchedIntoTheMiddleOfAnother)
 
 TEST_F(Resimulation, ATakeContinuedByAPunchInEqualsOneInOnePiece)
 {
+    session->stage().setFramesPerSecond(25.0);
     record(2.0, hand_);
     const auto whole = keysOf(node(*tool_, "SinusNode"));
-    session->stage().setTime(1.0);
-    record(1.0, hand_);
-    EXPECT_EQ(keysOf(node(*tool_, "SinusNode")), whole);
+    for (const double frame : {25.0, 29.0, 47.0}) { // the last two are less than so many steps
+        session->stage().setTime(frame / 25.0);
+        record(2.0 - frame / 25.0, hand_);
+        EXPECT_EQ(keysOf(node(*tool_, "SinusNode")), whole) << "from frame " << frame;
+    }
 }
 
 TEST_F(Resimulation, AChangedParameterChangesTheKeysAndUndoBringsThemBack)

@@ -41,6 +41,10 @@ TEST_F(RunTest, TimeToFrameGoesTowardMinusInfinity)
     };
     for (const Case& c : {Case{0.0, 0}, {0.039, 0}, {0.04, 1}, {-0.01, -1}, {-0.04, -1}, {-0.05, -2}})
         EXPECT_EQ(core::RecordManager::timeToFrame(c.time, 0.04), c.frame) << c.time;
+    for (const double fps : {24.0, 25.0, 30.0, 50.0, 60.0, 120.0}) {
+        for (int frame = -500; frame < 5000; ++frame)
+            ASSERT_EQ(core::RecordManager::timeToFrame(frame / fps, 1.0 / fps), frame) << fps;
+    }
 }
 
 TEST_F(RunTest, WithoutACountdownTheFirstTickIsTwoStepsBehindTheStart)

@@ -31,7 +31,7 @@ TEST_F(BadFiles, what_is_no_readable_file_is_refused)
     expectRefused(pathOf("folder.glb"), "no file");
     std::filesystem::create_directory(pathOf("folder.obj"));
     expectRefused(pathOf("folder.obj"), "no file");
-    expectRefused(put("empty.glb", ""), "JSON");
+    expectRefused(put("empty.glb", ""), "empty");
     expectRefused(put("text.glb", "solid cube"), "JSON");
     expectRefused(put("text.obj", ""), "text.obj");
 }

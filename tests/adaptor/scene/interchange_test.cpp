@@ -308,6 +308,10 @@ TEST_F(Interchange, meshes_of_other_formats_come_in_as_one_step)
         EXPECT_TRUE(target.hostUndo());
         EXPECT_TRUE(target.nodes().empty());
     }
+    Stage target;
+    const std::string counts = put("big.ply", "ply\nformat ascii 1.0\nelement vertex 4000000000\n"
+                                              "property float x\nend_header\n1\n");
+    EXPECT_FALSE(importFile(target, counts)) << "or the memory is gone";
 }
 
 TEST_F(Interchange, a_scene_imported_twice_keeps_its_keys_and_gets_names_of_its_own)

@@ -195,6 +195,8 @@ TEST(StageNodes, EveryChangeInABracketIsUndone)
              stage.setRange({1, 99});
          },
          [&] { return stage.range().end == 99; }},
+        {"frame rate", [&] { stage.setFramesPerSecond(50); },
+         [&] { return stage.getFramesPerSecond() == 50; }},
     };
     for (const Case& c : kCases) {
         SCOPED_TRACE(c.name);

@@ -3,6 +3,7 @@
 
 #include "app/config_views.h"
 #include "app/config_window.h"
+#include "app/main_dialog.h"
 #include "gui/message_ids.h"
 #include "gui/stdcomponent.h"
 #include "tests/support/offscreen_test.h"
@@ -34,6 +35,8 @@ public:
     {
         if (window)
             window->refreshTree();
+        if (main)
+            main->refreshTree();
     }
     std::uint32_t messageBox(void*, const std::string& text, const std::string& title,
                              std::uint32_t flags, bool) override
@@ -45,6 +48,7 @@ public:
     std::string chooseFile(const std::string&, const std::string&) override { return file; }
 
     app::ConfigWindow* window = nullptr;
+    app::MainDlg* main = nullptr;
     bool says = true; ///< the answer to questions
     std::string file;
     std::vector<std::string> said;

@@ -4,10 +4,12 @@
 #include "core/tool.h"
 #include "tests/app/config/config_fixture.h"
 
+#include <QAbstractButton>
 #include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTreeView>
 #include <QWheelEvent>
@@ -241,6 +243,56 @@ TEST_F(Config, theMainWindowOpensItForTheSelectedTool)
     configure();
     ASSERT_TRUE(window->isShown());
     EXPECT_EQ(widget<QTreeView>(100).currentIndex().data().toString().toStdString(), car.getText());
+}
+
+TEST_F(Config, aDropOfACopyIsOneStepAndShownOnce)
+{
+    MainDlg main({});
+    main.init();
+    main.open();
+    windows.main = &main;
+    core::InstanceReference& car = **session->create("Sinusoid", "Car");
+    core::InstanceReference& set = **session->create("Group", "Set");
+    main.select(car);
+    auto& view = *dynamic_cast<QTreeView*>(main.find(119)->widget());
+    QAbstractItemModel& model = *view.model();
+    const QModelIndex root = model.index(0, 0);
+    const std::unique_ptr<QMimeData> data(model.mimeData({model.index(0, 0, root)}));
+    const std::size_t before = session->stage().undoStack().undoNames().size();
+    ASSERT_TRUE(model.dropMimeData(data.get(), Qt::CopyAction, -1, 0, model.index(1, 0, root)));
+    QApplication::processEvents();
+    EXPECT_EQ(session->stage().undoStack().undoNames().size(), before + 1);
+    EXPECT_EQ(set.childItems().size(), 1U);
+    EXPECT_EQ(model.rowCount(model.index(0, 0)), 2);
+    EXPECT_EQ(model.rowCount(model.index(1, 0, model.index(0, 0))), 1);
+    session->stage().hostUndo();
+    EXPECT_EQ(session->core().instances().collect(false).size(), 2U);
+    windows.main = nullptr;
+}
+
+TEST_F(Config, openingAnEntryShowsNothingThatIsHidden)
+{
+    core::InstanceReference& tool = **session->create("Sinusoid");
+    session->stage().nodes().front()->setVisible(false);
+    ToolTreeNode(*tool.parentReference()).nodeOf(tool)->restoreState(1);
+    EXPECT_FALSE(session->stage().nodes().front()->state().visible);
+}
+
+/// The lists of tools can be torn off, and are lit in a run too.
+TEST_F(Config, aRunTakesInNoNewTool)
+{
+    MainDlg main({});
+    main.init();
+    main.open();
+    gui::Component* const page = main.find(103)->findById(510);
+    page->show();
+    auto& choice = dynamic_cast<QAbstractButton&>(*page->findById(0)->widget());
+    const Status done =
+        session->record({.seconds = 0.2, .beforeFrame = [&](double) { choice.click(); }});
+    ASSERT_TRUE(done) << done.reason();
+    EXPECT_TRUE(session->core().instances().collect(false).empty());
+    choice.click();
+    EXPECT_EQ(session->core().instances().collect(false).size(), 1U);
 }
 
 /// In the very event of its own button, by the host, with the whole scene, and back by undo.
