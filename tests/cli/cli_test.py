@@ -20,7 +20,8 @@ class CliTest(unittest.TestCase):
         (self.folder / "home").mkdir()
 
     def run_program(self, *arguments):
-        environment = {"PATH": "/usr/bin:/bin", "HOME": str(self.folder / "home")}
+        environment = {"PATH": "/usr/bin:/bin", "HOME": str(self.folder / "home"),
+                       "LSAN_OPTIONS": os.environ.get("LSAN_OPTIONS", "")}
         return subprocess.run([PROGRAM, *map(str, arguments)], cwd=self.folder, env=environment,
                               capture_output=True, text=True, timeout=120)
 
