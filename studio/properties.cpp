@@ -18,6 +18,9 @@ namespace tvw::rgs::studio {
 
 namespace {
 
+constexpr const char* kDegrees = "\u00b0";
+constexpr const char* kMetres = " m";
+
 constexpr double kDegree = 0.017453292519943295;
 constexpr double kFar = 1e7;
 
@@ -68,6 +71,20 @@ Matrix4 turnOf(const Matrix4& pose)
     return turn;
 }
 
+void fill(QDoubleSpinBox& box, double value, const char* unit)
+{
+    if (box.suffix() != unit) // setting it anew would write over what is being typed
+        box.setSuffix(unit);
+    box.setValue(value);
+}
+
+/// No number, and no unit of one either.
+void blank(QDoubleSpinBox& box)
+{
+    box.setSuffix({});
+    box.clear();
+}
+
 } // namespace
 
 std::array<double, 3> anglesOf(const Matrix4& rotation)
@@ -93,10 +110,10 @@ Properties::Properties(stage::Session& session) : session_(session)
     title_ = new QLabel;
     form->addRow(title_);
     place_ = addBoxes(*form, "Position [m]", Part::Place, 0.1, "");
-    turn_ = addBoxes(*form, "Rotation", Part::Turn, 1.0, "\u00b0");
+    turn_ = addBoxes(*form, "Rotation", Part::Turn, 1.0, kDegrees);
     scale_ = addBoxes(*form, "Scale", Part::Scale, 0.1, "");
-    fov_ = makeBox(0.01, 179.99, 1.0, "\u00b0");
-    distance_ = makeBox(0.0, kFar, 0.1, " m");
+    fov_ = makeBox(0.01, 179.99, 1.0, kDegrees);
+    distance_ = makeBox(0.0, kFar, 0.1, kMetres);
     form->addRow("Field of view", fov_);
     form->addRow("Target distance", distance_);
     for (QDoubleSpinBox* const box : {fov_, distance_})
@@ -157,20 +174,20 @@ void Properties::refresh()
         for (int i = 0; i < 3; ++i) {
             const auto at = static_cast<std::size_t>(i);
             place_[at]->setValue(translationOf(local)[i]);
-            turn_[at]->setValue(angles[at]);
+            fill(*turn_[at], angles[at], kDegrees);
             scale_[at]->setValue(size[i]);
         }
     } else {
         for (const Boxes& boxes : {place_, turn_, scale_})
             for (QDoubleSpinBox* const box : boxes)
-                box->clear();
+                blank(*box);
     }
     if (shown && shown->hasLens()) {
-        fov_->setValue(shown->fov(time));
-        distance_->setValue(shown->targetDistance(time));
+        fill(*fov_, shown->fov(time), kDegrees);
+        fill(*distance_, shown->targetDistance(time), kMetres);
     } else {
-        fov_->clear();
-        distance_->clear();
+        blank(*fov_);
+        blank(*distance_);
     }
     showTable(shown);
     filling_ = false;
