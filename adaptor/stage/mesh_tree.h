@@ -43,11 +43,6 @@ struct Box
                 std::max(high.z, box.high.z)};
     }
     [[nodiscard]] bool isEmpty() const noexcept { return low.x > high.x; }
-    [[nodiscard]] bool touches(const Box& b) const noexcept
-    {
-        return low.x <= b.high.x && b.low.x <= high.x && low.y <= b.high.y && b.low.y <= high.y &&
-               low.z <= b.high.z && b.low.z <= high.z;
-    }
 };
 
 /// The direction of a ray at length 1; one that is so but for a rounding stays as it is, and is not
@@ -89,34 +84,6 @@ public:
     /// 0, or one that is no number, hits nothing.
     [[nodiscard]] std::optional<RayHit> rayCast(const Vector3d& origin,
                                                 const Vector3d& direction) const noexcept;
-
-    /// Calls f(triangle) for every triangle whose own box touches `box`, in an order that hangs on
-    /// the mesh alone.
-    template <class F>
-    void gather(const Box& box, F&& f) const
-    {
-        if (nodes_.empty())
-            return;
-        std::uint32_t stack[kStack];
-        int open = 0;
-        stack[open++] = 0;
-        while (open != 0) {
-            const std::uint32_t child = stack[--open];
-            if ((child & kLeafMark) == 0) {
-                const Node& node = nodes_[child];
-                for (int i = kWide - 1; i >= 0; --i) {
-                    if (node.box(i).touches(box))
-                        stack[open++] = node.child[i];
-                }
-                continue;
-            }
-            const Leaf& leaf = leaves_[child & ~kLeafMark];
-            for (int i = 0; i < kWide && leaf.index[i] != kNoTriangle; ++i) {
-                if (boxOf(leaf.triangle(i)).touches(box))
-                    f(leaf.triangle(i));
-            }
-        }
-    }
 
     [[nodiscard]] const Box& box() const noexcept { return box_; }
     [[nodiscard]] std::size_t triangleCount() const noexcept { return triangleCount_; }

@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <random>
-#include <set>
 
 namespace tvw::rgs::stage {
 namespace {
@@ -215,30 +214,6 @@ TEST(MeshTree, BadTrianglesAreLeftOut)
     EXPECT_TRUE(tree.rayCast({0, 1, 0}, {0, -1, 0}));
     EXPECT_FALSE(MeshTree().rayCast({0, 1, 0}, {0, -1, 0}));
     EXPECT_FALSE(Soup().tree().rayCast({0, 1, 0}, {0, -1, 0}));
-}
-
-TEST(MeshTree, GathersWhatTouchesABox)
-{
-    const Soup soup = randomSoup(23, 1000, 1.5, true);
-    const MeshTree tree = soup.tree();
-    Random random(9);
-    for (int i = 0; i < 100; ++i) {
-        Box box;
-        box.add(random.point(11));
-        box.add(box.low + Vector3d{random.number(0, 4), random.number(0, 4), random.number(0, 4)});
-        std::multiset<std::uint32_t> expected;
-        for (std::size_t t = 0; t < soup.indices.size() / 3; ++t) {
-            Box own;
-            for (std::size_t k = 0; k < 3; ++k)
-                own.add(soup.vertices[3 * t + k]);
-            if (own.low.x <= box.high.x && own.high.x >= box.low.x && own.low.y <= box.high.y &&
-                own.high.y >= box.low.y && own.low.z <= box.high.z && own.high.z >= box.low.z)
-                expected.insert(static_cast<std::uint32_t>(t));
-        }
-        std::multiset<std::uint32_t> got;
-        tree.gather(box, [&](const MeshTree::Triangle& t) { got.insert(t.index); });
-        ASSERT_EQ(got, expected);
-    }
 }
 
 } // namespace
