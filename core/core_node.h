@@ -4,6 +4,7 @@
 #include "core/contract/node.h"
 #include "core/contract/snapshot.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -39,12 +40,13 @@ class CoreNode : public CNode
 {
 public:
     CoreNode(CInterface* owner, std::string shortName, CoreNode* parent, std::int64_t userValue)
-        : shortName_(std::move(shortName)), userValue_(userValue), owner_(owner), parent_(parent)
+        : userValue_(userValue), owner_(owner), parent_(parent),
+          texts_(std::make_unique<Texts>(std::move(shortName)))
     {
     }
 
-    virtual void addTag(std::string tag) { tags_.push_back(std::move(tag)); }
-    virtual void getTags(TagSink& sink) { sink.take(tags_); }
+    virtual void addTag(std::string tag) { texts_->tags.push_back(std::move(tag)); }
+    virtual void getTags(TagSink& sink) { sink.take(texts_->tags); }
     virtual void destroy() = 0; ///< this handle, not the scene node
 
     /// A new handle of `owner` on the same scene node; null when that owner has one already or the
@@ -83,18 +85,24 @@ public:
     /// too.
     virtual CoreNode* cloneNode(bool withChildren) = 0;
 
-    const std::string& shortName() const { return shortName_; } ///< inside the tool
+    const std::string& shortName() const { return texts_->shortName; } ///< inside the tool
     std::int64_t userValue() const { return userValue_; }
     CInterface* owner() const { return owner_; }
     bool isOwned() const { return owned_; } ///< made by a tool, and keyed by its runs
 
 protected:
-    std::string shortName_;
     std::int64_t userValue_;
     CInterface* owner_;
     CoreNode* parent_;
     bool owned_ = true;
-    std::vector<std::string> tags_;
+
+private:
+    struct Texts
+    {
+        std::string shortName;
+        std::vector<std::string> tags{};
+    };
+    std::unique_ptr<Texts> texts_; ///< apart: a tick visits every handle, and never these
 };
 
 } // namespace tvw::rgs::core

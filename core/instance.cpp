@@ -97,7 +97,7 @@ void Instance::startRun(double time)
     const bool replays = CoreImplementation::instance().isResimulating();
     properties_.holdLost(true);
     if (replays)
-        recorded_.startReplay(time, properties_);
+        recorded_.startReplay(time, getFrameDuration(), properties_);
     else
         recorded_.startRecording(time, properties_, *this);
     tool_->call(code::settleItems, nullptr);
@@ -105,11 +105,6 @@ void Instance::startRun(double time)
     tool_->startRun(time); // reads the parameters that the run begins with
     for (CoreNode* const node : nodes())
         node->deleteKeysFrom(time);
-}
-
-void Instance::recordInputs(double time)
-{
-    recorded_.record(time, properties_);
 }
 
 void Instance::tick(double time)
@@ -129,6 +124,8 @@ void Instance::stopRun()
     properties_.holdLost(false);
     if (CoreImplementation::instance().isResimulating())
         recorded_.endReplay(properties_);
+    else
+        recorded_.endRecording();
 }
 
 void Instance::timeChanged(double time)

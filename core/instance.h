@@ -53,9 +53,6 @@ public:
     void stopRun();
     void timeChanged(double time);
 
-    /// The raw values of the inputs now, kept as those of the start of the take.
-    void recordInputs(double time);
-
     const RecordedInputs& recordedInputs() const { return recorded_; }
     RecordedInputs& recordedInputs() { return recorded_; }
     LiveSpinners& liveSpinners() { return liveSpinners_; }

@@ -28,7 +28,7 @@ constexpr Field kFields[] = {
 } // namespace
 
 Property::Property(std::string name, std::uint32_t kindMask)
-    : name_(std::move(name)), kindMask_(kindMask), pending_(std::make_unique<Element>())
+    : kindMask_(kindMask), name_(std::move(name)), pending_(std::make_unique<Element>())
 {
 }
 

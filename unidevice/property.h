@@ -8,9 +8,19 @@
 
 namespace tvw::unidevice {
 
-class Property : public ControlTarget
+class alignas(64) Property : public ControlTarget
 {
+    // What a tick looks at stands first, in one line of the caches.
+    std::uint32_t kindMask_;
+    Control* control_ = nullptr;
+    double lost_ = 0.0; ///< a pad unplugged in the middle of a take must not slam its levers to 0
+
 public:
+    double multiplier = 1.0;
+    double exponent = 1.0;
+    double deadzone = 0.1; ///< of full deflection, 0 to below 1
+    double offset = 0.0;
+
     class Factory;
 
     /// kindMask: the kinds of control that the input takes.
@@ -42,11 +52,6 @@ public:
     const std::string& name() const { return name_; }
     std::uint32_t kindMask() const { return kindMask_; }
 
-    double multiplier = 1.0;
-    double exponent = 1.0;
-    double deadzone = 0.1; ///< of full deflection, 0 to below 1
-    double offset = 0.0;
-
     /// A stored binding that no present device could meet; kept so that it survives a save. Never
     /// null.
     util::xml::Element& pendingControl() { return *pending_; }
@@ -65,9 +70,6 @@ public:
 
 private:
     std::string name_;
-    std::uint32_t kindMask_;
-    Control* control_ = nullptr;
-    double lost_ = 0.0; ///< a pad unplugged in the middle of a take must not slam its levers to 0
     std::unique_ptr<util::xml::Element> pending_;
 };
 

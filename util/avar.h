@@ -122,6 +122,11 @@ public:
     /// Drops the records later than t; one at exactly t stands.
     void cutBehind(double t) noexcept { truncate(countBefore(t, true)); }
     void clear() noexcept { truncate(0); }
+    /// Takes the records of the other up to t, and makes room for as many as it has.
+    void copyUpTo(const AVar& other, double t)
+    {
+        records_.assign(other.records_.data(), other.countBefore(t, true), other.records_.size());
+    }
     /// Makes room for `count` records in all.
     void reserve(std::size_t count) { records_.reserve(count); }
 
@@ -170,6 +175,17 @@ template <class T>
 void swap(AVar<T>& a, AVar<T>& b) noexcept
 {
     a.swap(b);
+}
+
+/// Keeps of a line what a run that starts at t keeps, the records up to t, and answers what the
+/// line was. Only what stays is copied.
+template <class Line>
+[[nodiscard]] Line retakenFrom(Line& line, double t)
+{
+    Line before(line.defaultValue());
+    before.swap(line);
+    line.copyUpTo(before, t);
+    return before;
 }
 
 template <class T>

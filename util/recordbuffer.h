@@ -21,12 +21,12 @@ class RecordBuffer
 
 public:
     RecordBuffer() = default;
-    RecordBuffer(const RecordBuffer& other) { assign(other.data_, other.size()); }
+    RecordBuffer(const RecordBuffer& other) { assign(other.data_, other.size(), other.size()); }
     RecordBuffer(RecordBuffer&& other) noexcept { swap(other); }
     RecordBuffer& operator=(const RecordBuffer& other)
     {
         if (this != &other) {
-            assign(other.data_, other.size());
+            assign(other.data_, other.size(), other.size());
         }
         return *this;
     }
@@ -82,6 +82,16 @@ public:
         return data_[index];
     }
 
+    /// Takes `count` records from elsewhere, with room for `room` in all.
+    void assign(const Record* from, std::size_t count, std::size_t room)
+    {
+        reserve(room);
+        if (count != 0) {
+            std::memcpy(static_cast<void*>(data_), from, count * sizeof(Record));
+        }
+        end_ = data_ + count;
+    }
+
     /// count is at most size(). The capacity stays.
     void shrink(std::size_t count) noexcept { end_ = data_ + count; }
 
@@ -95,15 +105,6 @@ public:
     }
 
 private:
-    void assign(const Record* from, std::size_t count)
-    {
-        reserve(count);
-        if (count != 0) {
-            std::memcpy(static_cast<void*>(data_), from, count * sizeof(Record));
-        }
-        end_ = data_ + count;
-    }
-
     [[gnu::noinline]] Record& appendGrown(const Record& record)
     {
         constexpr std::size_t kFirstBlock = 64;

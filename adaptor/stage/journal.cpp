@@ -206,9 +206,14 @@ void Journal::append(double time, bool isStart)
     format::put(buffer_, time);
     for (std::size_t tool = 0; tool < running_.size(); ++tool) {
         const core::RecordedInputs& inputs = running_[tool]->recordedInputs();
-        const auto& lines = isStart ? inputs.starts() : inputs.lines();
-        for (std::size_t i = 0; i < inputCounts_[tool]; ++i)
-            format::put(buffer_, i < lines.size() ? lines[i].get(time) : 0.0);
+        const auto& starts = inputs.starts();
+        const std::span<const double> newest = inputs.newest();
+        for (std::size_t i = 0; i < inputCounts_[tool]; ++i) {
+            if (isStart)
+                format::put(buffer_, i < starts.size() ? starts[i].get(time) : 0.0);
+            else
+                format::put(buffer_, i < newest.size() ? newest[i] : 0.0);
+        }
     }
 }
 

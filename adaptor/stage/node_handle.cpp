@@ -22,7 +22,7 @@ NodeHandle::~NodeHandle()
 
 std::vector<std::int32_t> NodeHandle::supportedCodes()
 {
-    return {code::openSelection, code::closeSelection, code::disown, code::isSameNode,
+    return {code::openSelection, code::closeSelection, code::disown,    code::isSameNode,
             code::renameNode,    code::copyNode,       code::fetch};
 }
 
@@ -271,7 +271,7 @@ core::CoreNode* NodeHandle::cloneNode(bool withChildren)
         return nullptr;
     Stage& stage = node_->stage();
     StageNode& copy = stage.duplicate(*node_, withChildren);
-    NodeHandle& handle = stage.makeHandle(copy, nullptr, shortName_, nullptr, userValue_);
+    NodeHandle& handle = stage.makeHandle(copy, nullptr, shortName(), nullptr, userValue_);
     handle.owned_ = false;
     return &handle;
 }

@@ -10,7 +10,7 @@ class StageNode;
 
 /// Kept by the stage. A listed handle belongs to a tool or to the core; a loose one was given out
 /// by `getParent` and `getChild`, and goes back to a pool.
-class NodeHandle final : public core::CoreNode
+class alignas(64) NodeHandle final : public core::CoreNode
 {
 public:
     NodeHandle(StageNode& node, CInterface* owner, std::string shortName, core::CoreNode* parent,
@@ -62,13 +62,13 @@ private:
 
     void rename(const std::string& name);
 
-    StageNode* node_;
-    const CInterface* const maker_; ///< the owner at first; it may be gone
+    StageNode* node_; // with the base and the flags in one line of the caches
     bool listed_ = false;
     bool loose_ = false;
-    bool free_ = false;  ///< a loose handle that waits in the pool
-    bool ended_ = false; ///< destroyed while undo records still point at it
-    int records_ = 0;    ///< undo records that point at this
+    bool free_ = false;             ///< a loose handle that waits in the pool
+    bool ended_ = false;            ///< destroyed while undo records still point at it
+    int records_ = 0;               ///< undo records that point at this
+    const CInterface* const maker_; ///< the owner at first; it may be gone
 };
 
 } // namespace tvw::rgs::stage

@@ -98,7 +98,7 @@ void Stage::dropHandle(NodeHandle& handle)
 core::CoreNode* Stage::findNode(CInterface* owner, std::string name)
 {
     for (NodeHandle* const handle : handlesOf(owner)) {
-        if (handle->listed_ && handle->owner_ == owner && handle->shortName_ == name)
+        if (handle->listed_ && handle->owner_ == owner && handle->shortName() == name)
             return handle;
     }
     return nullptr;

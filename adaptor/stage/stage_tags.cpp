@@ -160,7 +160,7 @@ void Stage::saveNodeTags(CInterface* owner)
             continue;
         xml::Element tag = xml::Tag(kTagProperty);
         tag.addChild(xml::TagWithData("name", tool));
-        tag.addChild(xml::TagWithData("objectname", handle->shortName_));
+        tag.addChild(xml::TagWithData("objectname", handle->shortName()));
         if (!handle->owned_)
             tag.addChild(xml::TagWithData("owned", false));
         if (masters.list().childCount() != 0)

@@ -40,6 +40,9 @@ class CVariableModUndo final : public CUndo
 public:
     explicit CVariableModUndo(T* variable) : variable_(variable), copy_(*variable) {}
 
+    /// The change is done: `before` is what the variable was.
+    CVariableModUndo(T* variable, T before) : variable_(variable), copy_(std::move(before)) {}
+
     void restore(bool isUndo) override
     {
         if (!isUndo) {

@@ -52,7 +52,13 @@ bool PackedState::load(const DataChunk& parent)
 }
 
 StateStore::StateStore(std::string word, int version)
-    : StateEntry(std::move(word)), version_(version)
+    : StateEntry(std::move(word)), version_(version), ownRows_(std::make_unique<RecentRows>()),
+      rows_(ownRows_.get())
+{
+}
+
+StateStore::StateStore(std::string word, RecentRows& rootRows)
+    : StateEntry(std::move(word)), version_(0), rows_(&rootRows)
 {
 }
 
@@ -62,11 +68,19 @@ void StateStore::pushUndo(CInterface& runtime)
         entry->pushUndo(runtime);
 }
 
+void StateStore::pushUndoOfValues(CInterface& runtime)
+{
+    for (const auto& entry : entries_)
+        entry->pushUndoOfValues(runtime);
+}
+
 void StateStore::record(double t)
 {
-    if (rows_.full())
-        flush();
-    rows_.write(t);
+    if (ownRows_) {
+        if (rows_->full())
+            flush();
+        rows_->write(t);
+    }
     for (StateEntry* const entry : apart_)
         entry->record(t);
 }
@@ -75,7 +89,8 @@ void StateStore::flush()
 {
     for (StateEntry* const entry : animated_)
         entry->flush();
-    rows_.clear();
+    if (ownRows_)
+        rows_->clear();
 }
 
 void StateStore::restore(double t)
@@ -94,6 +109,12 @@ void StateStore::cutBehind(double t)
 {
     for (StateEntry* const entry : animated_)
         entry->cutBehind(t);
+}
+
+void StateStore::retake(double t, CInterface& runtime)
+{
+    for (StateEntry* const entry : animated_)
+        entry->retake(t, runtime);
 }
 
 void StateStore::save(DataChunk& parent) const

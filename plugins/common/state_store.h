@@ -9,15 +9,16 @@
 /// `record` and `restore` allocate nothing once a take has had its length. What was recorded last
 /// waits in `RecentRows` for the time lines: an undo record of the lines must not be restored
 /// before `flush`.
+///
+/// A run begins with `pushUndoOfValues`, then `restore` or `reset`, then `retake` and `record`.
 #pragma once
 
 #include "core/contract/interface.h"
-#include "plugins/common/recent_rows.h"
 #include "util/avar.h"
 #include "util/datachunk.h"
+#include "util/recent_rows.h"
 
 #include <concepts>
-#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,7 +37,12 @@ public:
     StateEntry(const StateEntry&) = delete;
     StateEntry& operator=(const StateEntry&) = delete;
 
+    /// What it holds can be put back.
     virtual void pushUndo(CInterface& runtime) = 0;
+
+    /// The same before a run, for what `retake` does not see to.
+    virtual void pushUndoOfValues(CInterface& runtime) { pushUndo(runtime); }
+
     virtual bool isAnimated() const { return false; } ///< those below do something
     virtual bool joins(RecentRows&) { return false; } ///< records itself with the rows from now on
     virtual void record(double) {}    ///< the variable's value goes onto its time line
@@ -44,6 +50,10 @@ public:
     virtual void restore(double) {}   ///< the time line's value at that time goes back
     virtual void reset() {}           ///< back to the value at registration
     virtual void cutBehind(double) {} ///< drops what lies later
+
+    /// A run begins: the same, and can be undone. What is dropped goes to the undo record as it
+    /// stands, only the rest is copied.
+    virtual void retake(double, CInterface&) {}
     virtual void save(DataChunk& parent) const = 0;
 
     /// False refuses the whole chunk: a required member is missing or one is damaged.
@@ -144,6 +154,7 @@ public:
     {
         runtime.pushUndo(new CVariableModUndo<Curve>(&curve()));
     }
+    void pushUndoOfValues(CInterface&) override {}
     bool isAnimated() const override { return true; }
 
     bool joins(RecentRows& rows) override
@@ -160,6 +171,12 @@ public:
     void restore(double t) override { variable_ = curve().get(t); }
     void reset() override { variable_ = initial_; }
     void cutBehind(double t) override { curve().cutBehind(t); }
+
+    void retake(double t, CInterface& runtime) override
+    {
+        Curve& line = curve();
+        runtime.pushUndo(new CVariableModUndo<Curve>(&line, retakenFrom(line, t)));
+    }
 
     void save(DataChunk& parent) const override
     {
@@ -184,11 +201,8 @@ private:
     {
         if (!rows_)
             return;
-        for (std::size_t i = rows_->indexOf(taken_); i < rows_->count(); ++i) {
-            T value;
-            std::memcpy(static_cast<void*>(&value), rows_->at(i, place_), sizeof(T));
-            curve_.set(rows_->time(i), value);
-        }
+        for (std::size_t i = rows_->indexOf(taken_); i < rows_->count(); ++i)
+            curve_.set(rows_->time(i), rows_->template at<T>(i, place_));
         taken_ = rows_->end();
     }
 
@@ -237,6 +251,9 @@ public:
     ///          0: the word stands alone.
     explicit StateStore(std::string word, int version = 0);
 
+    /// A nested one, whose variables record themselves with its root's.
+    StateStore(std::string word, RecentRows& rootRows);
+
     template <class T>
     Stored<T>& stored(std::string name, T& variable)
     {
@@ -273,7 +290,7 @@ public:
     }
 
     /// A member chunk with members of its own; one that is missing leaves its variables alone.
-    StateStore& nested(std::string name) { return add<StateStore>(std::move(name)); }
+    StateStore& nested(std::string name) { return add<StateStore>(std::move(name), *rows_); }
 
     template <class Entry, class... Args>
     Entry& add(Args&&... args)
@@ -282,19 +299,21 @@ public:
         Entry& reference = *entry;
         if (entry->isAnimated())
             animated_.push_back(entry.get());
-        if (entry->isAnimated() && !entry->joins(rows_))
+        if (entry->isAnimated() && !entry->joins(*rows_))
             apart_.push_back(entry.get());
         entries_.push_back(std::move(entry));
         return reference;
     }
 
     void pushUndo(CInterface& runtime) override;
+    void pushUndoOfValues(CInterface& runtime) override;
     bool isAnimated() const override { return true; }
     void record(double t) override;
     void flush() override; ///< at the end of a run
     void restore(double t) override;
     void reset() override;
     void cutBehind(double t) override;
+    void retake(double t, CInterface& runtime) override;
     void save(DataChunk& parent) const override;
     bool load(const DataChunk& parent) override;
 
@@ -311,7 +330,8 @@ private:
     bool loadEntries(const DataChunk& chunk);
 
     int version_;
-    RecentRows rows_; ///< goes after the entries
+    std::unique_ptr<RecentRows> ownRows_; ///< of a root; goes after the entries
+    RecentRows* rows_;
     std::vector<std::unique_ptr<StateEntry>> entries_;
     std::vector<StateEntry*> animated_; ///< of these
     std::vector<StateEntry*> apart_;    ///< of those, what does not record with the rows

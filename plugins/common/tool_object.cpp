@@ -119,14 +119,14 @@ int ToolObject::save()
 void ToolObject::startRun(double time)
 {
     running_ = true;
-    state_.pushUndo(runtime());
+    state_.pushUndoOfValues(runtime());
     if (startsAnew(time))
         state_.reset();
     else
         state_.restore(time);
     runStarts(time);
+    state_.retake(time, runtime());
     state_.record(time);
-    state_.cutBehind(time);
     if (modes_.hideDuringRecording)
         hideForRun();
     runtime().updateConfiguration();
@@ -153,8 +153,10 @@ void ToolObject::tick(double time)
     step(time);
     if (recordsState())
         state_.record(time);
-    for (Control* const output : outputs_)
-        call(code::updateOutput, output);
+    for (std::size_t i = 0; i < outputs_.size(); ++i) {
+        if (outputs_[i])
+            outputs_[i]->read(outputValue(i));
+    }
     runtime().updateConfiguration();
 }
 

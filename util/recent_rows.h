@@ -1,17 +1,16 @@
-/// What a store recorded in the last few ticks: one row for each, all its variables side by side.
+/// What a tool recorded in the last few ticks: one row for each, all its variables side by side.
 ///
 /// A hundred tools have ten thousand time lines, each with an end of its own somewhere in memory.
 /// To visit all of them in each tick costs more than the tools' arithmetic. So a tick writes one
-/// row, and the lines take their values a dozen ticks at a time, or when one of them is read.
+/// row, and the lines take their values many ticks at a time, or when one of them is read.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <vector>
 
-namespace tvw::rgs {
+namespace tvw {
 
 class RecentRows
 {
@@ -25,26 +24,44 @@ public:
     std::size_t add(const void* variable, std::size_t size)
     {
         const std::size_t place = stride_;
-        columns_.push_back(
-            {variable, static_cast<std::uint32_t>(place), static_cast<std::uint32_t>(size)});
-        stride_ += (size + 7) / 8 * 8;
+        const auto* const from = static_cast<const std::byte*>(variable);
+        if (!columns_.empty() && columns_.back().from + columns_.back().size == from)
+            columns_.back().size += size; // neighbours are copied as one
+        else
+            columns_.push_back({from, size});
+        stride_ += size;
         bytes_.resize(kRows * stride_);
+        next_ = bytes_.data();
         return place;
+    }
+
+    /// Drops the rows and the variables.
+    void reset()
+    {
+        clear();
+        columns_.clear();
+        stride_ = sizeof(double);
     }
 
     [[nodiscard]] bool full() const { return count_ == kRows; }
 
-    /// The variables as they are, at time t [s]. Not when full.
+    /// The variables as they are, at time t [s]. Not when full; a row of nothing is none.
     void write(double t)
     {
-        std::byte* const row = bytes_.data() + count_ * stride_;
+        if (columns_.empty())
+            return;
+        std::byte* to = next_;
+        std::memcpy(to, &t, sizeof(double));
+        to += sizeof(double);
         for (const Column& column : columns_) {
             if (column.size == sizeof(double))
-                std::memcpy(row + column.place, column.variable, sizeof(double));
+                std::memcpy(to, column.from, sizeof(double));
             else
-                std::memcpy(row + column.place, column.variable, column.size);
+                std::memcpy(to, column.from, column.size);
+            to += column.size;
         }
-        times_[count_++] = t;
+        next_ = to;
+        ++count_;
     }
 
     /// The rows are numbered from 0 for the first that was ever written; `end` is the number of the
@@ -58,33 +75,37 @@ public:
     }
 
     [[nodiscard]] std::size_t count() const { return count_; }
-    [[nodiscard]] double time(std::size_t index) const { return times_[index]; }
-    [[nodiscard]] const void* at(std::size_t index, std::size_t place) const
+    [[nodiscard]] double time(std::size_t index) const { return at<double>(index, 0); }
+    template <class T>
+    [[nodiscard]] T at(std::size_t index, std::size_t place) const
     {
-        return bytes_.data() + index * stride_ + place;
+        T value;
+        std::memcpy(static_cast<void*>(&value), bytes_.data() + index * stride_ + place, sizeof(T));
+        return value;
     }
 
     void clear()
     {
         first_ += count_;
         count_ = 0;
+        next_ = bytes_.data();
     }
 
 private:
-    static constexpr std::size_t kRows = 16;
+    static constexpr std::size_t kRows = 64;
 
     struct Column
     {
-        const void* variable;
-        std::uint32_t place, size; ///< [bytes]
+        const std::byte* from;
+        std::size_t size; ///< [bytes]
     };
 
     std::vector<Column> columns_;
     std::vector<std::byte> bytes_; ///< row after row
-    std::size_t stride_ = 0;
+    std::byte* next_ = nullptr;
+    std::size_t stride_ = sizeof(double); ///< the time of a row stands first
     std::size_t count_ = 0;
     std::uint64_t first_ = 0; ///< number of the oldest row
-    std::array<double, kRows> times_{};
 };
 
-} // namespace tvw::rgs
+} // namespace tvw
