@@ -133,6 +133,8 @@ void CAutoFocusCamObject::turnZoom(double dt)
 
 void CAutoFocusCamObject::placeFocalPoint(double time)
 {
+    if (!node(kFocalTarget1).exists() || !node(kFocalTarget2).exists())
+        return;
     const double k = focus_.output();
     const Vector3d first = translationOf(node(kFocalTarget1).global(time));
     const Vector3d second = translationOf(node(kFocalTarget2).global(time));
@@ -152,9 +154,9 @@ double CAutoFocusCamObject::focalDistance(double time) const
 
 void CAutoFocusCamObject::writeLens(double time)
 {
-    const double distance = focalDistance(time);
     withLens(runtime(), node(kCamera), time, [&](CSnapshot_Lens& lens) {
-        lens.setTargetDistance(distance);
+        if (node(kCurrFocalPoint).exists())
+            lens.setTargetDistance(focalDistance(time));
         lens.setFieldOfView(fov_);
     });
     settings.currentFov = fov_;
