@@ -89,10 +89,8 @@ void CAutoFocusCamObject::seedZoom()
 void CAutoFocusCamObject::step(double time)
 {
     const double dt = stepLength();
-    if (input(kFocus).control())
-        focus_.raw = input(kFocus).value();
-    if (input(kZoom).control())
-        zoom_.raw = input(kZoom).value();
+    focus_.raw = input(kFocus).value();
+    zoom_.raw = input(kZoom).value();
     slideFocus(dt);
     turnZoom(dt);
     placeFocalPoint(time);
