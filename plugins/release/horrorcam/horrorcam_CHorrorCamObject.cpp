@@ -92,9 +92,9 @@ void CHorrorCamObject::drive(double time, double dt)
 
     SceneNode& camera = node(kTargetCamera);
     Matrix4 pose = camera.local(time - dt);
-    const double length = tvw::length(camera.global(time - dt).axis(2)); // in the world
-    if (length > 0.0)
-        setTranslation(pose, translationOf(pose) - pose.axis(2) * (forward / length));
+    const double unit = length(camera.global(time - dt).axis(2)); // of a parent that scales
+    if (unit > 0.0)
+        setTranslation(pose, translationOf(pose) - pose.axis(2) * (forward / unit));
     camera.setLocal(time, pose);
     pose_ = toTransform(pose);
 }
