@@ -1,6 +1,6 @@
 #include "plugins/release/gyro/gyro_CGyroCam.h"
 
-#include "plugins/common/pose_parts.h"
+#include "plugins/common/pose.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
 
-#include "plugins/common/pose_parts.h"
+#include "plugins/common/pose.h"
 #include "util/filters.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "plugins/common/aim.h"
 #include "plugins/common/lens.h"
-#include "plugins/common/pose_parts.h"
+#include "plugins/common/pose.h"
 
 #include <algorithm>
 #include <cmath>

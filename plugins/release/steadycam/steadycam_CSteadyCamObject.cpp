@@ -1,6 +1,6 @@
 #include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"
 
-#include "plugins/common/pose_parts.h"
+#include "plugins/common/pose.h"
 #include "util/filters.h"
 
 #include <cmath>
