@@ -25,7 +25,7 @@ struct ActuatorSettings
 class ActuatorChannel
 {
 public:
-    double raw = 0.0; ///< the device's, -1 to 1; without a device it stays
+    double raw = 0.0; ///< the device's, -1 to 1; without one the offset
 
     double output() const { return output_; }
     double integral() const { return integral_; }

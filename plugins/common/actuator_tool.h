@@ -185,9 +185,7 @@ protected:
     {
         const double dt = this->stepLength();
         for (std::size_t i = 0; i < kChannels; ++i) {
-            const Property& input = this->input(i);
-            if (input.control())
-                channels_[i].raw = this->input(i).value();
+            channels_[i].raw = this->input(i).value();
             advance(channels_[i], this->settings.channels[i], dt);
         }
         writePose(time);

@@ -31,7 +31,7 @@ public:
     void start(const SceneNode& node, double time, double h)
     {
         for (int i = 0; i < 3; ++i)
-            ring_[i] = toTransform(node.local(time - i * h));
+            ring_[i] = splitPose(node.local(time - i * h)).transform;
     }
 
     const QTransformd& pose() const { return ring_[0]; }

@@ -88,7 +88,7 @@ private:
 
     void runStarts(double time) final
     {
-        scale_ = keptScale(this->node(kFlyingCamera).local(time));
+        scale_ = splitPose(this->node(kFlyingCamera).local(time)).scale;
         lens_.start(this->runtime(), this->node(kFlyingCamera), time, this->settings.lens);
         if (!anew_)
             return;

@@ -29,7 +29,7 @@ struct ObserverSettings
 
 struct ObserverInput
 {
-    double raw = 0.0;       ///< the device's, -1 to 1; without a device it stays
+    double raw = 0.0;       ///< the device's, -1 to 1; without one the offset
     double filterMem = 0.0; ///< after the first filter
     double output = 0.0;    ///< after both
 
@@ -181,8 +181,7 @@ protected:
     void hear()
     {
         for (std::size_t i = 0; i < N; ++i) {
-            if (this->input(i).control())
-                inputs_[i].raw = this->input(i).value();
+            inputs_[i].raw = this->input(i).value();
         }
     }
 

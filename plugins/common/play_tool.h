@@ -3,7 +3,7 @@
 
 #include "plugins/common/accessory_meshes.h"
 #include "plugins/common/play.h"
-#include "plugins/common/pose_parts.h"
+#include "plugins/common/pose.h"
 #include "plugins/common/tool_object.h"
 
 #include <string>

@@ -4,7 +4,7 @@
 #include "plugins/common/change_line.h"
 #include "plugins/common/custom_data.h"
 #include "plugins/common/lens.h"
-#include "plugins/common/pose_parts.h"
+#include "plugins/common/pose.h"
 #include "plugins/common/state_machine.h"
 
 #include <string>

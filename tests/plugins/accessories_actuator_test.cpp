@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <numbers>
+#include <utility>
 
 namespace tvw::rgs::tests {
 namespace {
@@ -167,15 +168,23 @@ TEST_F(Actuators, RidesOnItsCage)
     EXPECT_NEAR(length(at - Vector3d{8, 0, 0}), 0.0, 1e-9);
 }
 
-TEST_F(Actuators, HoldsWhatItsLostDeviceGaveLast)
+TEST_F(Actuators, HoldsWhatItsLostDeviceGaveLastAndPlaysItBack)
 {
     make("1DPositioner");
+    tool_->properties().propertyAt(0)->offset = 0.25;
     record(0.4, [&](double t) {
-        pad->set("Axis", 0, 0.7);
-        if (t > 0.1)
-            tool_->properties().findProperty("Forw/Backw Transl")->bind(nullptr);
+        if (pad)
+            pad->set("Axis", 0, 0.7);
+        if (t > 0.1 && pad)
+            session->removeDevice(*std::exchange(pad, nullptr));
     });
-    EXPECT_NEAR(-pose(0.4)[14], 0.7, 1e-12);
+    EXPECT_NEAR(-pose(0.4)[14], 0.95, 1e-12);
+    session->stage().setTime(0.2);
+    record(0.2); // on from here with nothing in hand
+    const Matrix4 empty = pose(0.4);
+    EXPECT_NEAR(-empty[14], 0.25, 1e-12);
+    resimulate(0.2, 0.4);
+    EXPECT_EQ(pose(0.4), empty);
 }
 
 } // namespace

@@ -71,6 +71,33 @@ TEST_F(FilterCameras, TheSpringsAnswerAsTheirProfilesSay)
     }
 }
 
+TEST_F(FilterCameras, ASpringOfAnyStrengthStaysWithItsGoal)
+{
+    struct Case
+    {
+        double stiffness, damping, most, end;
+    };
+    // A heavily damped one creeps: 1 - exp(-t k / c). One that is too stiff for any step is there.
+    for (const Case& c : {Case{30, 600, 0.27, 1.0 - std::exp(-6.0 * 30 / 600)},
+                          {1e18, 5, 2.0, 1.0},
+                          {30, 1e18, 0.02, 0.0},
+                          {1e18, 1e18, 1.01, 1.0}}) {
+        place("MotionFilterCam");
+        for (const char* const part : {"Translation", "Rotation"}) {
+            set(*tool, std::string(part) + " Response Factor", c.stiffness);
+            set(*tool, std::string(part) + " Smoothing Factor", c.damping);
+        }
+        recordStep(6.0);
+        const std::string what = std::to_string(c.stiffness) + ", " + std::to_string(c.damping);
+        for (double t = 0.0; t < 6.0; t += 0.04) {
+            EXPECT_LE(std::abs(x(t)), c.most) << what;
+            EXPECT_LE(length(toRotationVector(pose("FollowCam", t).rotation)), c.most) << what;
+        }
+        EXPECT_NEAR(x(6.0), c.end, 0.01) << what;
+        EXPECT_NEAR(toRotationVector(pose("FollowCam", 6.0).rotation).y, c.end, 0.01) << what;
+    }
+}
+
 TEST_F(FilterCameras, AnUnfilteredPartIsWhereItShouldBe)
 {
     struct Case
@@ -97,13 +124,21 @@ TEST_F(FilterCameras, AnUnfilteredPartIsWhereItShouldBe)
 
 TEST_F(FilterCameras, FollowTheShortWayRound)
 {
-    for (const char* const type : {"SoftMotionCam", "MotionFilterCam"}) {
-        place(type);
+    struct Case
+    {
+        const char* type;
+        double mirror; ///< of the AttachedCam along X, which has the same view
+    };
+    for (const Case& c : {Case{"SoftMotionCam", 1},
+                          {"SoftMotionCam", -1},
+                          {"MotionFilterCam", 1},
+                          {"MotionFilterCam", -1}}) {
+        place(c.type);
         for (int i = 0; i <= 200; ++i) // two turns and more, steadily
-            key("AttachedCam", i * 0.04, at({}, {0, i * 0.08, 0}));
+            key("AttachedCam", i * 0.04, scaled(at({}, {0, i * 0.08, 0}), {c.mirror, 1, 1}));
         record(8.0);
         for (double t = 2.0; t < 8.0; t += 0.04)
-            expectNear(turning("FollowCam", t), {0, 2, 0}, 0.05, type);
+            expectNear(turning("FollowCam", t), {0, 2, 0}, 0.05, c.type);
     }
 }
 
@@ -177,18 +212,24 @@ TEST_F(Humanizer, ShakesAsStronglyAsItIsTold)
     struct Case
     {
         const char* name;
-        double multiplier, input, threshold;
+        double multiplier, input, threshold; ///< a negative input: in an earlier take
         bool shakes;
     };
     for (const Case& c : {Case{"as declared", 10, 0, 10, true},
                           {"nothing", 0, 0, 10, false},
                           {"by the input", 0, 1, 10, true},
+                          {"by no input any more", 0, -1, 10, false},
                           {"all too weak", 10, 0, 100, false}}) {
         start("");
         set(*tool, "Shake Multiplier", c.multiplier);
         set(*tool, "Shaker Threshold", c.threshold);
-        hold("Shaker Amplitude", c.input);
+        hold("Shaker Amplitude", std::abs(c.input));
         record(20.0);
+        if (c.input < 0.0) { // let go, and the stick taken off it
+            tool->properties().findProperty("Shaker Amplitude")->bind(nullptr);
+            session->stage().setTime(0.0);
+            record(20.0);
+        }
         const Shake all = shake(20.0);
         EXPECT_EQ(all.most.y > 1e-3, c.shakes) << c.name;
         EXPECT_EQ(all.most.x > 1e-4, c.shakes) << c.name;

@@ -70,20 +70,22 @@ TEST_F(TargetCameras, TheSphereRidesOnItsTarget)
     {
         const char* name;
         bool gyro;
-        Vector3d turn; ///< of the target
-        Vector3d end;  ///< of a camera that started at (0, 0, 5)
+        Vector3d turn;       ///< of the target
+        Vector3d end;        ///< of a camera that started at (0, 0, 5)
+        double mirror = 1.0; ///< of the target along X
     };
     const double s = 5.0 * std::sin(0.5);
     const double c5 = 5.0 * std::cos(0.5);
     for (const Case& c : {Case{"turned", false, {0, 0.5, 0}, {s, 0, c5}},
                           {"nodded", false, {0.5, 0, 0}, {0, -s, c5}},
+                          {"turned, mirrored", false, {0, 0.5, 0}, {s, 0, c5}, -1.0},
                           {"turned under a gyro", true, {0, 0.5, 0}, {s, 0, c5}},
                           {"nodded under a gyro", true, {0.5, 0, 0}, {0, 0, 5}},
                           {"tilted under a gyro", true, {0, 0, 0.5}, {0, 0, 5}}}) {
         place("SphereCam");
         set(*tool, "Enable Follow Sphere Gyro", c.gyro);
-        key("TargetMesh", 0.0, at({}));
-        key("TargetMesh", 1.0, at({}, c.turn));
+        key("TargetMesh", 0.0, scaled(at({}), {c.mirror, 1, 1}));
+        key("TargetMesh", 1.0, scaled(at({}, c.turn), {c.mirror, 1, 1}));
         record(6.0);
         expectNear(pose("SphereCam", 6.0).translation, c.end, 1e-4, c.name);
     }
@@ -145,6 +147,31 @@ TEST_F(TargetCameras, LookAtsTheirTarget)
             expectNear(translationOf(camera), c.camera, 1e-12, c.name);
             EXPECT_NEAR(node(*tool, "LookAtCam").targetDistance(t), c.distance, 1e-9) << c.name;
         }
+    }
+}
+
+TEST_F(TargetCameras, StayWhereTheyAreWhenTheirTargetIsDeleted)
+{
+    struct Case
+    {
+        const char *type, *target, *camera;
+    };
+    for (const Case& c : {Case{"SphereCam", "TargetMesh", "SphereCam"},
+                          {"LookAtCam", "TargetMesh", "LookAtCam"},
+                          {"AutoZoomCam", "TargetMesh", "AutoZoomCam"},
+                          {"MotionFilterCam", "AttachedCam", "FollowCam"},
+                          {"SoftMotionCam", "AttachedCam", "FollowCam"},
+                          {"ZoomAndFocusCam", "FocalTarget_2", "CurrFocalPoint"},
+                          {"Gyro", "eye", "gyro"}}) {
+        place(c.type);
+        stage::StageNode& camera = node(*tool, c.camera);
+        camera.setWorld(at({3, 4, 5}, {0, 1, 0}), 0.0, true);
+        session->stage().remove(node(*tool, c.target));
+        record(1.0);
+        const QTransformd end = toTransform(camera.world(1.0));
+        expectNear(end.translation, {3, 4, 5}, 1e-12, c.type);
+        expectNear(toRotationVector(end.rotation), {0, 1, 0}, 1e-12, c.type);
+        EXPECT_EQ(camera.fov(1.0), camera.fov(0.0)) << c.type;
     }
 }
 

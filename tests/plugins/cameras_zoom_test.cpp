@@ -48,12 +48,16 @@ TEST_F(ZoomCameras, DriveByAShareOfTheDistance)
     struct Case
     {
         double fps, input, ratio; ///< of the distances of two frames
+        double scale = 1.0;       ///< of the camera's parent
     };
     for (const Case& c : {Case{25, 1, 0.98},
                           {25, -1, 1.02},
+                          {25, 1, 0.98, 60.0},
                           {50, 1, std::sqrt(0.98)},
                           {10, 1, std::pow(0.98, 2.5)}}) {
         place("AutoZoomCam", c.fps);
+        camera().setParent(
+            &session->stage().addEmpty("Truck", scaled(at({}), Vector3d{1, 1, 1} * c.scale)));
         hold("Forw/Backw Transl", c.input);
         record(3.0);
         const double before = pose("AutoZoomCam", 3.0 - 1 / c.fps).translation.z;

@@ -142,13 +142,14 @@ def flight(rigstage, axes, type_id, node, names, hand, seconds, title):
         times = frame_times(stage, seconds)
         camera = tool.node(node)
         places = [camera.position(t) for t in times]
-        axes.plot([x for x, _, _ in places], [-z for _, _, z in places])
+        axes.plot([-z for _, _, z in places], [x for x, _, _ in places])
         for t in times[::round(0.5 / stage.frame_duration)]:
             m = camera.matrix(t)
-            axes.arrow(m[12], -m[14], -0.4 * m[8], 0.4 * m[10], head_width=0.15, color="C3")
+            axes.arrow(-m[14], m[12], 0.4 * m[10], -0.4 * m[8], head_width=0.15, color="C3")
     axes.set_aspect("equal")
-    axes.set_xlabel("right [m]")
-    axes.set_ylabel("forward [m]")
+    axes.invert_yaxis()  # forward along the picture's width: a flight is longer than wide
+    axes.set_xlabel("forward [m]")
+    axes.set_ylabel("right [m]")
     axes.set_title(title)
 
 
@@ -222,7 +223,7 @@ def plot_lookatcam(rigstage, axes):
     axes.set_xlabel("time [s]")
     axes.set_ylabel("[degrees]")
     axes.set_title("A target passes by at 5 m")
-    axes.legend(loc="upper right")
+    axes.legend(loc="upper center")
 
 
 def plot_gyro(rigstage, axes):
@@ -240,10 +241,10 @@ def plot_gyro(rigstage, axes):
         times = frame_times(stage, seconds)
         gyro = tool.node("gyro")
         for index, name in ((0, "yaw"), (2, "roll")):
-            axes.plot(times, [euler(eye.matrix(t))[index] for t in times], "--",
-                      label=f"{name} of the eye")
             axes.plot(times, [euler(gyro.matrix(t))[index] for t in times],
                       label=f"{name} of the gyro")
+            axes.plot(times, [euler(eye.matrix(t))[index] for t in times], "--",
+                      label=f"{name} of the eye")
     axes.set_xlabel("time [s]")
     axes.set_ylabel("[degrees]")
     axes.set_title("Yaw only: the heading passes, the rocking does not")

@@ -89,10 +89,8 @@ void CAutoFocusCamObject::seedZoom()
 void CAutoFocusCamObject::step(double time)
 {
     const double dt = stepLength();
-    if (input(kFocus).control())
-        focus_.raw = input(kFocus).value();
-    if (input(kZoom).control())
-        zoom_.raw = input(kZoom).value();
+    focus_.raw = input(kFocus).value();
+    zoom_.raw = input(kZoom).value();
     slideFocus(dt);
     turnZoom(dt);
     placeFocalPoint(time);
@@ -133,6 +131,8 @@ void CAutoFocusCamObject::turnZoom(double dt)
 
 void CAutoFocusCamObject::placeFocalPoint(double time)
 {
+    if (!node(kFocalTarget1).exists() || !node(kFocalTarget2).exists())
+        return;
     const double k = focus_.output();
     const Vector3d first = translationOf(node(kFocalTarget1).global(time));
     const Vector3d second = translationOf(node(kFocalTarget2).global(time));
@@ -152,9 +152,9 @@ double CAutoFocusCamObject::focalDistance(double time) const
 
 void CAutoFocusCamObject::writeLens(double time)
 {
-    const double distance = focalDistance(time);
     withLens(runtime(), node(kCamera), time, [&](CSnapshot_Lens& lens) {
-        lens.setTargetDistance(distance);
+        if (node(kCurrFocalPoint).exists())
+            lens.setTargetDistance(focalDistance(time));
         lens.setFieldOfView(fov_);
     });
     settings.currentFov = fov_;

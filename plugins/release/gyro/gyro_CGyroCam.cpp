@@ -36,6 +36,8 @@ void CGyroCam::readRestriction()
 void CGyroCam::hold(double time)
 {
     readRestriction();
+    if (!node(kPivot).exists() || !node(kEye).exists())
+        return;
     const Matrix4 pivot = node(kPivot).global(time);
     const Matrix4 eye = node(kEye).global(time);
     const Vector3d own = keptScale(node(kGyro).global(time));
@@ -61,7 +63,7 @@ void CGyroCam::hold(double time)
 Quatd CGyroCam::heldRotation(const Matrix4& seen) const
 {
     if (!settings.gyroRotation)
-        return toQuat(seen);
+        return splitPose(seen).transform.rotation;
     Vector3d turn;
     if (!settings.gyroRotX)
         turn.x = std::atan2(seen[6], seen[5]);

@@ -54,7 +54,7 @@ bool CHorrorCamObject::startsAnew(double time)
 
 void CHorrorCamObject::runStarts(double time)
 {
-    if (!anew_)
+    if (!anew_ || !node(kTargetMesh).exists())
         return;
     pose_ = toTransform(node(kTargetCamera).local(time));
     initialDistance_ = distance_ = measure(time);
@@ -68,6 +68,8 @@ void CHorrorCamObject::runStarts(double time)
 
 void CHorrorCamObject::step(double time)
 {
+    if (!node(kTargetMesh).exists())
+        return;
     const double dt = stepLength();
     drive(time, dt);
     hear();
@@ -90,7 +92,9 @@ void CHorrorCamObject::drive(double time, double dt)
 
     SceneNode& camera = node(kTargetCamera);
     Matrix4 pose = camera.local(time - dt);
-    setTranslation(pose, translationOf(pose) - normalise(pose.axis(2)) * forward);
+    const double unit = length(camera.global(time - dt).axis(2)); // of a parent that scales
+    if (unit > 0.0)
+        setTranslation(pose, translationOf(pose) - pose.axis(2) * (forward / unit));
     camera.setLocal(time, pose);
     pose_ = toTransform(pose);
 }

@@ -40,9 +40,7 @@ void CHumanizerCamObject::runStarts(double time)
 void CHumanizerCamObject::step(double time)
 {
     const double dt = stepLength();
-    if (input(0).control())
-        inputAmplitude_ = input(0).value();
-    response(filteredAmplitude_, settings.amplitudeMaximum * inputAmplitude_,
+    response(filteredAmplitude_, settings.amplitudeMaximum * input(0).value(),
              settings.amplitudeResponse, dt);
 
     response(rotShakeAdderMem_, kicks(), settings.damping, dt);
@@ -74,8 +72,10 @@ Vector3d CHumanizerCamObject::kicks()
 
 void CHumanizerCamObject::itemActed(std::string_view label)
 {
-    if (label == kReInitialize)
-        bFirstTime_ = true;
+    if (label != kReInitialize)
+        return;
+    runtime().pushUndo(new CVariableModUndo<bool>(&bFirstTime_));
+    bFirstTime_ = true;
 }
 
 } // namespace tvw::rgs::addon

@@ -24,9 +24,8 @@ private:
     bool bFirstTime_ = true;
     Matrix4 mInit_; ///< the camera's local pose without the shake
     QTransformd shakeTransform_;
-    Vector3d rotShakeAdderMem_; ///< after the first damper [rad/s]
-    Vector3d rotShakeAdder_;    ///< after both [rad/s]
-    double inputAmplitude_ = 0.0;
+    Vector3d rotShakeAdderMem_;      ///< after the first damper [rad/s]
+    Vector3d rotShakeAdder_;         ///< after both [rad/s]
     double filteredAmplitude_ = 0.0; ///< [hundredths]
     RandomState random_ = Random(1).state();
 };

@@ -15,6 +15,8 @@ CLookAtCamObject::CLookAtCamObject(const CreateParam& param)
 
 void CLookAtCamObject::look(double time)
 {
+    if (!node(kTargetMesh).exists())
+        return;
     SceneNode& camera = node(kTargetCamera);
     const Matrix4 present = camera.global(time);
     const Vector3d way = translationOf(node(kTargetMesh).global(time)) - translationOf(present);

@@ -1,7 +1,9 @@
 #include "plugins/release/motionfiltercam/motionfiltercam_CMotionFilterCamObject.h"
 
+#include "plugins/common/pose.h"
 #include "util/filters.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tvw::rgs::addon {
@@ -10,32 +12,36 @@ using namespace motionfiltercam;
 
 namespace {
 
-/// With the stiffest springs of practice (1000 1/s^2) one step of 1/22 s would already overshoot more
-/// each time.
+/// The steps in which `spring` turns a rotation.
 constexpr int kSubSteps = 10;
 
-bool isFinite(const Vector3d& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
-
-void springPosition(Vector3d& position, Vector3d& velocity, const Vector3d& target,
-                    const SpringSettings& s, double dt)
+void spring(Vector3d& position, Vector3d& velocity, const Vector3d& target, const SpringSettings& s,
+            double dt)
 {
-    const double h = dt / kSubSteps;
     for (int i = 0; i < kSubSteps; ++i)
-        spring(position, velocity, target, s.stiffness, s.damping, s.maxVelocity, h);
-    if (!isFinite(position) || !isFinite(velocity)) { // a spring too stiff for any step: it is there
-        position = target;
-        velocity = {};
-    }
+        tvw::spring(position, velocity, target, s.stiffness, s.damping, s.maxVelocity,
+                    dt / kSubSteps);
 }
 
-void springRotation(Quatd& rotation, Vector3d& velocity, const Quatd& target, const SpringSettings& s,
-                    double dt)
+void spring(Quatd& rotation, Vector3d& velocity, const Quatd& target, const SpringSettings& s,
+            double dt)
 {
-    spring(rotation, velocity, target, s.stiffness, s.damping, s.maxVelocity, dt);
-    if (!std::isfinite(dot(rotation, rotation)) || !isFinite(velocity)) {
-        rotation = target;
-        velocity = {};
-    }
+    tvw::spring(rotation, velocity, target, s.stiffness, s.damping, s.maxVelocity, dt);
+}
+
+/// A step in which a spring does more than its whole way throws the state further off each time:
+/// what is stiffer gets more steps, and what is too stiff for any is as stiff as they carry.
+template <class T>
+void follow(T& state, Vector3d& velocity, const T& target, SpringSettings s, double dt)
+{
+    constexpr double kMostRounds = 100.0; // of kSubSteps each
+    const double rate = std::max(s.damping, std::sqrt(s.stiffness));
+    const double rounds = std::clamp(std::ceil(rate * dt / kSubSteps), 1.0, kMostRounds);
+    const double most = kSubSteps * rounds / dt;
+    s.damping = std::min(s.damping, most);
+    s.stiffness = std::min(s.stiffness, most * most);
+    for (int i = 0; i < static_cast<int>(rounds); ++i)
+        spring(state, velocity, target, s, dt / rounds);
 }
 
 } // namespace
@@ -46,7 +52,8 @@ CMotionFilterCamObject::CMotionFilterCamObject(const CreateParam& param)
     StateStore& saved = state();
     saved.stored("bFirstTime", bFirstTime_);
     saved.nearest("ancMotionFilterCamNodeqTransMem", velocities_);
-    saved.stored("cMotionFilterCamNode.translationalResponseFactor", settings.translation.stiffness);
+    saved.stored("cMotionFilterCamNode.translationalResponseFactor",
+                 settings.translation.stiffness);
     saved.stored("cMotionFilterCamNode.rotationalResponseFactor", settings.rotation.stiffness);
     saved.stored("cMotionFilterCamNode.translationalSmoothingFactor", settings.translation.damping);
     saved.stored("cMotionFilterCamNode.rotationalSmoothingFactor", settings.rotation.damping);
@@ -65,23 +72,25 @@ void CMotionFilterCamObject::runStarts(double)
 
 void CMotionFilterCamObject::step(double time)
 {
+    if (!node(kAttachedCam).exists())
+        return;
     const double dt = stepLength();
     FollowingPose follower(node(kFollowCam), time, dt);
-    const QTransformd wanted = toTransform(node(kAttachedCam).global(time));
+    const QTransformd wanted = splitPose(node(kAttachedCam).global(time)).transform;
 
     Vector3d& velocity = velocities_.translation;
     if (settings.translation.fixate)
         follower.transform.translation = wanted.translation;
     else
-        springPosition(follower.transform.translation, velocity, wanted.translation,
-                       settings.translation, dt);
+        follow(follower.transform.translation, velocity, wanted.translation, settings.translation,
+               dt);
 
     Quatd& memory = velocities_.rotation;
     Vector3d angular{memory.x, memory.y, memory.z};
     if (settings.rotation.fixate)
         follower.transform.rotation = wanted.rotation;
     else
-        springRotation(follower.transform.rotation, angular, wanted.rotation, settings.rotation, dt);
+        follow(follower.transform.rotation, angular, wanted.rotation, settings.rotation, dt);
     memory = {angular.x, angular.y, angular.z, 1.0};
 
     follower.write();

@@ -2,7 +2,7 @@
 
 #include "plugins/common/ground_source.h"
 #include "plugins/common/ground_surfaces.h"
-#include "plugins/common/pose_parts.h"
+#include "plugins/common/pose.h"
 #include "plugins/common/world_normal.h"
 
 #include <algorithm>

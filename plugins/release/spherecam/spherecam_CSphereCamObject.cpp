@@ -53,7 +53,7 @@ bool CSphereCamObject::startsAnew(double time)
 void CSphereCamObject::runStarts(double time)
 {
     scale_ = keptScale(node(kTargetCamera).global(time));
-    if (!anew_)
+    if (!anew_ || !node(kTargetMesh).exists())
         return;
     takeOrbit(time);
     moveCamera(0.0); // a camera without softness looks at the centre from the first key on
@@ -74,9 +74,9 @@ Quatd CSphereCamObject::sphereRotation(const Quatd& target) const
 void CSphereCamObject::takeOrbit(double time)
 {
     constexpr double kSmallest = 0.01; // of the radius at the start
-    const QTransformd target = toTransform(node(kTargetMesh).global(time));
+    const QTransformd target = splitPose(node(kTargetMesh).global(time)).transform;
     sphere_ = {target.translation, sphereRotation(target.rotation)};
-    camera_ = toTransform(node(kTargetCamera).global(time));
+    camera_ = splitPose(node(kTargetCamera).global(time)).transform;
     const Vector3d right = rotate(camera_.rotation, {1, 0, 0});
     const Vector3d in = sphere_.translation - camera_.translation;
     radius_ = length(in);
@@ -92,16 +92,18 @@ void CSphereCamObject::takeOrbit(double time)
 
 void CSphereCamObject::step(double time)
 {
+    if (!node(kTargetMesh).exists())
+        return;
     const double dt = stepLength();
     hear();
     follow(settings.inputs, dt);
-    const QTransformd target = toTransform(node(kTargetMesh).global(time));
+    const QTransformd target = splitPose(node(kTargetMesh).global(time)).transform;
     const Vector3d before = translationOf(node(kTargetMesh).global(time - dt));
     followTarget(target, dt);
     resize(length(target.translation - before), dt);
     turnOrbit(dt);
-    level(dt);
     moveCamera(dt);
+    level(dt);
     writeCamera(time);
 }
 

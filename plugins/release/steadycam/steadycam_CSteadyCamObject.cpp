@@ -1,5 +1,6 @@
 #include "plugins/release/steadycam/steadycam_CSteadyCamObject.h"
 
+#include "plugins/common/pose.h"
 #include "util/filters.h"
 
 #include <cmath>
@@ -36,16 +37,25 @@ CSteadyCamObject::CSteadyCamObject(const CreateParam& param)
 
 void CSteadyCamObject::runStarts(double time)
 {
+    if (!node(kAttachedCam).exists())
+        return;
     if (bFirstTime_)
-        memory_ = toTransform(node(kAttachedCam).global(time)); // so that the first frame doesn't jump
+        memory_ = attached(time); // so that the first frame doesn't jump
     bFirstTime_ = false;
+}
+
+QTransformd CSteadyCamObject::attached(double time) const
+{
+    return splitPose(node(kAttachedCam).global(time)).transform;
 }
 
 void CSteadyCamObject::step(double time)
 {
+    if (!node(kAttachedCam).exists())
+        return;
     const double dt = stepLength();
     FollowingPose follower(node(kFollowCam), time, dt);
-    const QTransformd wanted = toTransform(node(kAttachedCam).global(time));
+    const QTransformd wanted = attached(time);
 
     Vector3d& position = follower.transform.translation;
     smoothing(memory_.translation, wanted.translation, settings.translationalResponseFactor, dt);
@@ -62,8 +72,10 @@ void CSteadyCamObject::step(double time)
 
 void CSteadyCamObject::itemActed(std::string_view label)
 {
-    if (label == kReInitialize)
-        bFirstTime_ = true;
+    if (label != kReInitialize)
+        return;
+    runtime().pushUndo(new CVariableModUndo<bool>(&bFirstTime_));
+    bFirstTime_ = true;
 }
 
 } // namespace tvw::rgs::addon
