@@ -121,6 +121,22 @@ TEST_F(CarOnGround, ResimulatesOverEdgesAndThroughTheAir)
     }
 }
 
+/// A copy without its box would be driven on unseen.
+TEST_F(CarOnGround, UndoTurnsTheBoxesWithTheStoredGround)
+{
+    ground(strip({{-300, 1}, {300, 1}}), {}, true);
+    const auto boxes = [this] {
+        return std::pair{get(*car, "Use Fast Ray Cast"), get(*car, "Store Ground Mesh Data")};
+    };
+    set(*car, "Store Ground Mesh Data", 1);
+    set(*car, "Use Fast Ray Cast", 0);
+    EXPECT_EQ(boxes(), std::pair(0.0, 0.0));
+    ASSERT_TRUE(session->stage().hostUndo());
+    EXPECT_EQ(boxes(), std::pair(1.0, 1.0));
+    ASSERT_TRUE(session->stage().hostUndo());
+    EXPECT_EQ(boxes(), std::pair(1.0, 0.0));
+}
+
 TEST_F(CarOnGround, AWheelOverALedgeHangsNoFurtherThanItsSpring)
 {
     ground(strip({{-20, 0}, {300, 0}})); // nothing ahead of z = -20
