@@ -141,9 +141,10 @@ void CCarCam::subStep(double h)
     if (bCarInTheAir && p.bGravityOn) {
         m.qCarRot = qTransCarAbsIncr.rotation * m.qCarRot;
     } else {
-        yawTowards(turn, h);
+        const double swing = burnoutYaw(h); // of the tail, before the burnout fades
+        yawTowards(turn, swing, h);
         burnOut(h);
-        blendWithGrip(plannedIncrement(turn, h), h);
+        blendWithGrip(plannedIncrement(turn, swing, h), h);
     }
     moveAlongPlane(h);
     steerWheels(turn, h);
@@ -177,15 +178,15 @@ double CCarCam::burnoutYaw(double h) const
     return -in(BURNOUT).dValue * in(STEERING_WHEEL).dValue * h;
 }
 
-double CCarCam::yawAlongPath(const TurnGeometry& turn, double h) const
+double CCarCam::yawAlongPath(const TurnGeometry& turn, double swing, double h) const
 {
     if (bSkidBreakingOn)
         return dSkidBrakeLocalYawIncr;
-    return h * speed() / turn.radius + burnoutYaw(h) + dSkidBrakeLocalYawIncr;
+    return h * speed() / turn.radius + swing + dSkidBrakeLocalYawIncr;
 }
 
 /// Skidding makes the yaw lag behind the steering.
-void CCarCam::yawTowards(const TurnGeometry& turn, double h)
+void CCarCam::yawTowards(const TurnGeometry& turn, double swing, double h)
 {
     double g = grip();
     if (g > 0.7) {
@@ -193,11 +194,12 @@ void CCarCam::yawTowards(const TurnGeometry& turn, double h)
         if (g > 0.99)
             g = 1.0;
     }
-    response(fCarLocalYawIncr, yawAlongPath(turn, h), g, h);
+    response(fCarLocalYawIncr, yawAlongPath(turn, swing, h), g, h);
 }
 
 /// What the wheels ask for in this sub-step.
-CCarCam::PlannedIncrement CCarCam::plannedIncrement(const TurnGeometry& turn, double h) const
+CCarCam::PlannedIncrement CCarCam::plannedIncrement(const TurnGeometry& turn, double swing,
+                                                    double h) const
 {
     Vector3d path = vSkidBrakePosIncr;
     if (!bSkidBreakingOn) {
@@ -206,7 +208,7 @@ CCarCam::PlannedIncrement CCarCam::plannedIncrement(const TurnGeometry& turn, do
     }
     const Vector3d forward{0, 0, -1};
     const Vector3d axlePath =
-        (rotate(yawQuat(burnoutYaw(h)), forward) - forward) * (p.rig.dWheelZ[0] + p.rig.dWheelZ[1]);
+        (rotate(yawQuat(swing), forward) - forward) * (p.rig.dWheelZ[0] + p.rig.dWheelZ[1]);
     return {path + rotate(m.qCarRot, axlePath), yawQuat(fCarLocalYawIncr)};
 }
 

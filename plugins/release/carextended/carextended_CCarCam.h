@@ -169,7 +169,7 @@ private:
     };
 
     InputChannel& in(Channel channel) const { return p.pcInput[channel]; }
-    double yawAlongPath(const TurnGeometry& turn, double h) const;
+    double yawAlongPath(const TurnGeometry& turn, double swing, double h) const;
 
     // Inputs (steering.cpp, drive.cpp)
     void updateInputs(double dt);
@@ -199,10 +199,10 @@ private:
     void subStep(double h);
     void keepMoving();
     TurnGeometry turnGeometry() const;
-    void yawTowards(const TurnGeometry& turn, double h);
+    void yawTowards(const TurnGeometry& turn, double swing, double h);
     void burnOut(double h);
     double burnoutYaw(double h) const;
-    PlannedIncrement plannedIncrement(const TurnGeometry& turn, double h) const;
+    PlannedIncrement plannedIncrement(const TurnGeometry& turn, double swing, double h) const;
     void blendWithGrip(const PlannedIncrement& planned, double h);
     void moveAlongPlane(double h);
     void steerWheels(const TurnGeometry& turn, double h);
