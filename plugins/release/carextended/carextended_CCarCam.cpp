@@ -121,6 +121,7 @@ void CCarCam::update(double dt)
         wheel.dYawPrev = wheel.dYaw;
     }
     burnoutMoment_ = 0.0;
+    keepWheelHeights();
     updateInAir(dt);
     updateSkidBrake(dt);
     updateSkiddingState();
@@ -132,6 +133,17 @@ void CCarCam::update(double dt)
     const int steps = subStepCount(dt);
     for (int i = 0; i < steps; ++i)
         subStep(dt / steps);
+}
+
+/// The plane was laid onto the wheels after they were measured: where they stand in it now.
+void CCarCam::keepWheelHeights()
+{
+    const Vector3d up = rotate(m.qBodyRot, Vector3d{0, 1, 0});
+    for (std::size_t i = 0; i < kWheels; ++i) {
+        const double shaken = m.inTheAir[i] ? 0.0 : m.wheel[i].dGravelOffset;
+        const Vector3d centre = unit[i].memory.bottom + up * (p.radius(i) - shaken);
+        wheelHeight_[i] = rotate(conjugate(m.qCarRot), centre - m.vCarPos).y;
+    }
 }
 
 void CCarCam::subStep(double h)
@@ -269,7 +281,7 @@ void CCarCam::followGround(std::size_t i, const Vector3d& X, const Vector3d& Y, 
     const double radius = p.radius(i);
     const CarRig& rig = p.rig;
     constexpr double kRayHeight = 0.2742857142857143; // body lengths
-    const WheelMount mount{
+    WheelMount mount{
         .X = X,
         .Y = Y,
         .Z = Z,
@@ -283,6 +295,8 @@ void CCarCam::followGround(std::size_t i, const Vector3d& X, const Vector3d& Y, 
     };
     WheelUnit& wheelUnit = unit[i];
     CarWheel& wheel = m.wheel[i];
+    const double height = rotate(conjugate(m.qCarRot), mount.rest - m.vCarPos).y;
+    mount.risen = height - wheelHeight_[i] - wheelUnit.memory.CurrDelta;
     wheelUnit.update(mount, p.wheels, ground, dt);
     Vector3d& centre = wheelUnit.contact.centre;
     wheel.dWheelHeight = rotate(conjugate(m.qCarRot), centre - m.vCarPos).y;

@@ -196,6 +196,7 @@ private:
     double grip() const;
 
     // Sub-step (CCarCam.cpp, suspension.cpp)
+    void keepWheelHeights();
     void subStep(double h);
     void keepMoving();
     TurnGeometry turnGeometry() const;
@@ -217,6 +218,7 @@ private:
     void compressSprings();
 
     std::array<double, kWheels> rollDistance_{}; ///< of this tick [m]
+    std::array<double, kWheels> wheelHeight_{}; ///< of the centre in the plane before this tick [m]
     Vector3d guardedBody_;
     double burnoutMoment_ = 0.0; ///< of this sub-step; lifts the nose
     double stiffening_ = 1.0;    ///< of the springs, by the booster in this tick

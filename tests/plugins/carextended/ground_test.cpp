@@ -103,6 +103,45 @@ TEST_F(CarOnGround, FliesOffARampAndLandsLevel)
     EXPECT_NEAR(pitch(6.2), 0.0, 0.005);
 }
 
+/// The springs' own motion is no edge: nothing may feed it back to them.
+TEST_F(CarOnGround, ComesToRestBehindEdgesAtEveryFrameRate)
+{
+    using Profile = std::vector<std::pair<double, double>>;
+    struct Case
+    {
+        const char* name;
+        Profile profile;
+        double booster, settled; ///< settled: when the edge must be forgotten [s]
+    };
+    const Case cases[] = {
+        {"a boost on the plane", {{-900, 0}, {900, 0}}, 1.0, 1.0},
+        {"a jump", {{-800, 0}, {-32.1, 0}, {-32, 1.2}, {-20, 0}, {300, 0}}, 0.0, 5.2},
+        {"the foot of a hill", {{-300, 70}, {-20, 0}, {300, 0}}, 0.0, 3.2},
+    };
+    const auto groundAt = [](const Profile& profile, double z) {
+        std::size_t i = 1;
+        while (profile[i].first < z)
+            ++i;
+        const auto [z0, y0] = profile[i - 1];
+        const auto [z1, y1] = profile[i];
+        return y0 + (y1 - y0) * (z - z0) / (z1 - z0);
+    };
+    for (const double fps : {10.0, 25.0, 60.0, 120.0}) {
+        for (const Case& c : cases) {
+            place(fps);
+            ground(strip(c.profile), {}, true);
+            drive(8.0, [&](double) { return Hands{.gas = 1.0, .booster = c.booster}; });
+            double highest = 0.0;
+            for (double t = c.settled; t < 8.0; t += 0.1) {
+                const Vector3d hub = translationOf(node(*car, "WheelMesh_BL").world(t));
+                const double above = hub.y - 0.247 - groundAt(c.profile, hub.z);
+                highest = std::max({highest, std::abs(above), std::abs(pitch(t) - pitch(8.0))});
+            }
+            EXPECT_LT(highest, 0.03) << c.name << " at " << fps << " fps"; // [m], [rad]
+        }
+    }
+}
+
 TEST_F(CarOnGround, ResimulatesOverEdgesAndThroughTheAir)
 {
     for (const bool fast : {false, true}) {
