@@ -328,16 +328,32 @@ void CCarCam::updateWheelRotation()
     }
 }
 
+/// What the plane is laid onto. It rises with a wheel at once, and sinks to one as fast as at 25
+/// frames a second, at which the fall of a nose over an edge was tuned: a wheel hangs from the
+/// body, and would pull the plane down in each frame anew.
+std::array<Vector3d, kWheels> CCarCam::footing(const Vector3d& up, double dt) const
+{
+    constexpr double kFrame = 0.04; // [s]
+    const double held = 1.0 - std::min(1.0, dt / kFrame);
+    std::array<Vector3d, kWheels> bottom;
+    for (std::size_t i = 0; i < kWheels; ++i) {
+        bottom[i] = m.wheel[i].vBottom;
+        const double below = dot(m.vCarPos - bottom[i], up);
+        bottom[i] += up * (std::max(0.0, below) * held);
+    }
+    return bottom;
+}
+
 /// The plane through the back's middle and the two front bottoms. The tilt is taken up over some
 /// ticks, since the normal is as long as the sine between the two lines; the height at once.
-void CCarCam::alignToWheels()
+void CCarCam::alignToWheels(double dt)
 {
     if (bCarInTheAir)
         return;
-    const Vector3d back = (m.wheel[2].vBottom + m.wheel[3].vBottom) / 2.0;
-    const Vector3d normal =
-        cross(normalise(m.wheel[1].vBottom - back), normalise(m.wheel[0].vBottom - back));
     const Vector3d up = rotate(m.qCarRot, Vector3d{0, 1, 0});
+    const std::array<Vector3d, kWheels> bottom = footing(up, dt);
+    const Vector3d back = (bottom[2] + bottom[3]) / 2.0;
+    const Vector3d normal = cross(normalise(bottom[1] - back), normalise(bottom[0] - back));
     const double half = std::acos(std::clamp(dot(up, normal), -1.0, 1.0)) / 2;
     const Vector3d axis = cross(up, normal) * std::sin(half);
     m.qCarRot = normalise(m.qCarRot * normalise(Quatd{axis.x, axis.y, axis.z, std::cos(half)}));

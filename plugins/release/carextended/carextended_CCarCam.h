@@ -104,7 +104,7 @@ public:
     void updateWheelRotation();
 
     /// Lays the plane onto the four wheels, unless all are in the air.
-    void alignToWheels();
+    void alignToWheels(double dt);
 
     /// The body's position in this tick, raised where it would scrape the ground. Before the
     /// wheels.
@@ -207,6 +207,7 @@ private:
     void blendWithGrip(const PlannedIncrement& planned, double h);
     void moveAlongPlane(double h);
     void steerWheels(const TurnGeometry& turn, double h);
+    std::array<Vector3d, kWheels> footing(const Vector3d& up, double dt) const;
     SpringLoad springs(double h);
     bool flies() const;
     double mass() const;
