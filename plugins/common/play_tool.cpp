@@ -13,7 +13,15 @@ PlayTool::PlayTool(const CreateParam& param, const ToolSpec& spec,
         .field(settings.hideDuringRecording);
     saved.stored("cInnerSliderNode.dPlayFriction", settings.dPlayFriction);
     saved.stored("cInnerSliderNode.bAllowRebounce", settings.bAllowRebounce);
-    saved.nearest("cInnerSliderNode.velocity", velocity_);
+    velocities_ = &saved.nearest("cInnerSliderNode.velocity", velocity_);
+}
+
+/// At rest, unless the run continues a take that was recorded at that time.
+bool PlayTool::startsAnew(double time)
+{
+    const auto known = velocities_->curve().records();
+    const double slack = stepLength() / 2;
+    return known.empty() || known.front().time > time + slack || known.back().time < time - slack;
 }
 
 void PlayTool::step(double time)

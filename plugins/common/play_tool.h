@@ -79,12 +79,14 @@ protected:
     PlayTool(const CreateParam& param, const ToolSpec& spec,
              std::span<const Item<PlayToolSettings>> items, std::string chunkWord, Clearance shape);
 
+    bool startsAnew(double time) override;
     void runStarts(double) override {}
     void step(double time) override;
 
 private:
     Clearance shape_;
     Vector3d velocity_; ///< of the slider [units/s]
+    Recorded<AVar_Nearest<Vector3d>>* velocities_ = nullptr;
 };
 
 } // namespace tvw::rgs

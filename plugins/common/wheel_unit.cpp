@@ -103,7 +103,7 @@ void WheelUnit::update(const WheelMount& mount, const WheelSettings& settings, G
         if (!contact.bInTheAir) {
             // A factor of 1 and more is "at once"; beyond the number of sub-steps it would
             // overshoot.
-            double drop = memory.lastDrop;
+            double drop = memory.lastDrop + mount.risen;
             response(drop, memory.CurrDeltaW, std::min(settings.fSurfaceEdgeResponseFactor, 1.0),
                      dt);
             memory.CurrDelta = drop;
@@ -286,7 +286,8 @@ void WheelUnit::climbEdges(const WheelMount& mount, const WheelSettings& setting
     memory.CurrDelta = memory.CurrDeltaW;
 }
 
-/// Neither further than the spring is long, nor faster than it extends.
+/// Neither further than the spring is long, nor faster than it extends. A wheel with ground in
+/// reach stays on it while the body rises: the plane is laid onto the wheels, and would rise too.
 void WheelUnit::releaseGround(const WheelMount& mount, const WheelSettings& settings, double dt)
 {
     const double travel = travelOf(mount, settings);
@@ -296,8 +297,9 @@ void WheelUnit::releaseGround(const WheelMount& mount, const WheelSettings& sett
         memory.CurrDelta = travel;
     }
     const double extension = extensionOf(mount, settings, dt);
-    if (extension != 0.0 && memory.CurrDelta - memory.lastDrop > extension) {
-        memory.CurrDelta = memory.lastDrop + extension;
+    const double last = memory.lastDrop + (contact.outOfReach ? 0.0 : std::max(0.0, mount.risen));
+    if (extension != 0.0 && memory.CurrDelta - last > extension) {
+        memory.CurrDelta = last + extension;
         contact.bInTheAir = true;
     }
 }

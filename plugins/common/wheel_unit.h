@@ -34,6 +34,8 @@ struct WheelMount
     double lift;       ///< how far above `rest` the first ray starts
     double bodyLength; ///< bounds the search upward
     bool gravityOn;
+    double risen = 0.0; ///< of `rest` since the last tick, over the plane that the wheels stand in:
+                        ///< the body's own motion, which is no edge in the ground
 };
 
 /// What one tick leaves for the next.

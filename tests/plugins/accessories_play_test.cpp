@@ -225,6 +225,10 @@ TEST_F(Plays, ATakeBeginsAtRestAndGoesOnAtItsSpeed)
     EXPECT_NEAR(x(0.88), 5.8, 1e-9) << "a second take goes on";
     record(0.4);
     EXPECT_NEAR(x(1.28), 7.0, 1e-9) << "the front wall";
+    ASSERT_TRUE(session->stage().hostUndo()); // it moves at 10 units/s
+    session->stage().setTime(1.6);
+    record(0.2);
+    EXPECT_NEAR(x(1.8), x(1.6), 1e-9) << "away from the take: at rest";
 }
 
 TEST_F(Plays, AConeTakesItsSliderAlong)

@@ -109,6 +109,28 @@ TEST_F(Rulers, ATakesReadingsGoOutAndAreUndoneWithIt)
     EXPECT_EQ(node(*tool_, "Node2").poseKeyTimes().size(), 26u) << "the keys are the user's";
 }
 
+TEST_F(Rulers, AReadingStaysWithoutOneOfTheNodes)
+{
+    struct Case
+    {
+        const char *type, *gone, *moved, *item;
+        Matrix4 pose; ///< of the moved node
+        double expected;
+    };
+    for (const Case& c :
+         {Case{"DistanceRuler", "Node1", "Node1", "Current Distance", at({7, 0, 2}), 7},
+          {"AngleRuler", "BaseNode", "Node1", "Current Angle", at({3, 0, 0}), kPi / 2},
+          {"ScaleRuler", "ScalingNode", "ScalingNode", "Current X Scale", at({}, {5, 1, 1}), 5}}) {
+        make(c.type);
+        put(c.moved, c.pose);
+        press("Update Values");
+        EXPECT_NEAR(get(*tool_, c.item), c.expected, 1e-12) << c.type;
+        session->stage().remove(node(*tool_, c.gone));
+        record(0.2);
+        EXPECT_NEAR(get(*tool_, c.item), c.expected, 1e-12) << c.type << " without " << c.gone;
+    }
+}
+
 TEST_F(Rulers, AnAngleIsSeenFromTheBase)
 {
     struct Case
@@ -279,6 +301,15 @@ TEST_F(Rays, LeaveTheOrientationOfTheOriginOnAMissOrAtWill)
     keepsOrientation(down({7, 2, 0}));
     set(*tool_, "Align RayHit to hit surface normal", 0.0);
     keepsOrientation(down({0.5, 2, 0}));
+}
+
+TEST_F(Rays, LeaveTheHitWhereItIsBelowAParentThatIsNoMesh)
+{
+    make("RayCaster");
+    put("RayHit", at({1, 3, 2}));
+    node(*tool_, "HitSurfaceChild").setParent(&session->stage().addEmpty("Group", {}));
+    cast(down({0, 5, 0}));
+    EXPECT_EQ(hit_, at({1, 3, 2}));
 }
 
 TEST_F(Rays, FollowASurfaceThatMoves)

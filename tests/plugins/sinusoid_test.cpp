@@ -132,21 +132,5 @@ TEST_F(Sinusoid, LoadsWhatHasNoAmplitudeAndRefusesWhatHasNoCurves)
     EXPECT_EQ(without("sDataChunkSaveStruct"), 1);
 }
 
-TEST_F(Sinusoid, HidesItsNodesDuringARun)
-{
-    set(*tool_, "Hide Helpers During Recording", 1.0);
-    bool hidden = false;
-    record(0.1, [&](double) { hidden = !node(*tool_, "SinusNode").state().visible; });
-    EXPECT_TRUE(hidden);
-    EXPECT_TRUE(node(*tool_, "SinusNode").state().visible);
-}
-
-TEST_F(Sinusoid, ADeletedNodeIsSimulatedWithout)
-{
-    session->stage().remove(node(*tool_, "Reference Node"));
-    record(0.2);
-    EXPECT_FALSE(session->core().isRunning());
-}
-
 } // namespace
 } // namespace tvw::rgs::tests

@@ -15,19 +15,28 @@ CAngleRulerObject::CAngleRulerObject(const CreateParam& param)
     keepFlagsAndLimits(std::array{&settings.limits});
 }
 
-double CAngleRulerObject::angleAt(double time) const
+std::optional<double> CAngleRulerObject::angleAt(double time) const
 {
-    const Vector3d base = translationOf(node(kBase).global(time));
-    const Vector3d a = normalise(translationOf(node(kNode1).global(time)) - base);
-    const Vector3d b = normalise(translationOf(node(kNode2).global(time)) - base);
+    Matrix4 first;
+    Matrix4 second;
+    Matrix4 base;
+    if (!node(kNode1).readGlobal(time, first) || !node(kNode2).readGlobal(time, second) ||
+        !node(kBase).readGlobal(time, base))
+        return std::nullopt;
+    const Vector3d a = normalise(translationOf(first) - translationOf(base));
+    const Vector3d b = normalise(translationOf(second) - translationOf(base));
     return std::atan2(length(cross(a, b)), dot(a, b)); // acos of the product, exact near 0 and pi
 }
 
+/// Without one of the nodes the last reading stays.
 void CAngleRulerObject::measure(double time)
 {
     const double dt = stepLength();
-    settings.angle = angleAt(time);
-    settings.angleVelocity = std::abs(settings.angle - angleAt(time - dt)) / dt;
+    const std::optional<double> angle = angleAt(time);
+    if (!angle)
+        return;
+    settings.angle = *angle;
+    settings.angleVelocity = std::abs(*angle - angleAt(time - dt).value_or(*angle)) / dt;
     settings.inLimits = settings.limits.fraction(settings.angle);
 }
 

@@ -3,6 +3,8 @@
 
 #include "plugins/release/angleruler/angleruler_items.h"
 
+#include <optional>
+
 namespace tvw::rgs::addon {
 
 class CAngleRulerObject final : public RulerTool<angleruler::Settings>
@@ -14,7 +16,8 @@ private:
     void measure(double time) override;
     double outputValue(std::size_t index) override;
 
-    double angleAt(double time) const;
+    /// Nothing where a node is missing. time [s].
+    std::optional<double> angleAt(double time) const;
 };
 
 } // namespace tvw::rgs::addon

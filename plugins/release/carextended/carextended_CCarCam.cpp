@@ -121,6 +121,7 @@ void CCarCam::update(double dt)
         wheel.dYawPrev = wheel.dYaw;
     }
     burnoutMoment_ = 0.0;
+    keepWheelHeights();
     updateInAir(dt);
     updateSkidBrake(dt);
     updateSkiddingState();
@@ -134,6 +135,17 @@ void CCarCam::update(double dt)
         subStep(dt / steps);
 }
 
+/// The plane was laid onto the wheels after they were measured: where they stand in it now.
+void CCarCam::keepWheelHeights()
+{
+    const Vector3d up = rotate(m.qBodyRot, Vector3d{0, 1, 0});
+    for (std::size_t i = 0; i < kWheels; ++i) {
+        const double shaken = m.inTheAir[i] ? 0.0 : m.wheel[i].dGravelOffset;
+        const Vector3d centre = unit[i].memory.bottom + up * (p.radius(i) - shaken);
+        wheelHeight_[i] = rotate(conjugate(m.qCarRot), centre - m.vCarPos).y;
+    }
+}
+
 void CCarCam::subStep(double h)
 {
     keepMoving();
@@ -141,9 +153,10 @@ void CCarCam::subStep(double h)
     if (bCarInTheAir && p.bGravityOn) {
         m.qCarRot = qTransCarAbsIncr.rotation * m.qCarRot;
     } else {
-        yawTowards(turn, h);
+        const double swing = burnoutYaw(h); // of the tail, before the burnout fades
+        yawTowards(turn, swing, h);
         burnOut(h);
-        blendWithGrip(plannedIncrement(turn, h), h);
+        blendWithGrip(plannedIncrement(turn, swing, h), h);
     }
     moveAlongPlane(h);
     steerWheels(turn, h);
@@ -177,15 +190,15 @@ double CCarCam::burnoutYaw(double h) const
     return -in(BURNOUT).dValue * in(STEERING_WHEEL).dValue * h;
 }
 
-double CCarCam::yawAlongPath(const TurnGeometry& turn, double h) const
+double CCarCam::yawAlongPath(const TurnGeometry& turn, double swing, double h) const
 {
     if (bSkidBreakingOn)
         return dSkidBrakeLocalYawIncr;
-    return h * speed() / turn.radius + burnoutYaw(h) + dSkidBrakeLocalYawIncr;
+    return h * speed() / turn.radius + swing + dSkidBrakeLocalYawIncr;
 }
 
 /// Skidding makes the yaw lag behind the steering.
-void CCarCam::yawTowards(const TurnGeometry& turn, double h)
+void CCarCam::yawTowards(const TurnGeometry& turn, double swing, double h)
 {
     double g = grip();
     if (g > 0.7) {
@@ -193,11 +206,12 @@ void CCarCam::yawTowards(const TurnGeometry& turn, double h)
         if (g > 0.99)
             g = 1.0;
     }
-    response(fCarLocalYawIncr, yawAlongPath(turn, h), g, h);
+    response(fCarLocalYawIncr, yawAlongPath(turn, swing, h), g, h);
 }
 
 /// What the wheels ask for in this sub-step.
-CCarCam::PlannedIncrement CCarCam::plannedIncrement(const TurnGeometry& turn, double h) const
+CCarCam::PlannedIncrement CCarCam::plannedIncrement(const TurnGeometry& turn, double swing,
+                                                    double h) const
 {
     Vector3d path = vSkidBrakePosIncr;
     if (!bSkidBreakingOn) {
@@ -206,7 +220,7 @@ CCarCam::PlannedIncrement CCarCam::plannedIncrement(const TurnGeometry& turn, do
     }
     const Vector3d forward{0, 0, -1};
     const Vector3d axlePath =
-        (rotate(yawQuat(burnoutYaw(h)), forward) - forward) * (p.rig.dWheelZ[0] + p.rig.dWheelZ[1]);
+        (rotate(yawQuat(swing), forward) - forward) * (p.rig.dWheelZ[0] + p.rig.dWheelZ[1]);
     return {path + rotate(m.qCarRot, axlePath), yawQuat(fCarLocalYawIncr)};
 }
 
@@ -267,7 +281,7 @@ void CCarCam::followGround(std::size_t i, const Vector3d& X, const Vector3d& Y, 
     const double radius = p.radius(i);
     const CarRig& rig = p.rig;
     constexpr double kRayHeight = 0.2742857142857143; // body lengths
-    const WheelMount mount{
+    WheelMount mount{
         .X = X,
         .Y = Y,
         .Z = Z,
@@ -281,6 +295,8 @@ void CCarCam::followGround(std::size_t i, const Vector3d& X, const Vector3d& Y, 
     };
     WheelUnit& wheelUnit = unit[i];
     CarWheel& wheel = m.wheel[i];
+    const double height = rotate(conjugate(m.qCarRot), mount.rest - m.vCarPos).y;
+    mount.risen = height - wheelHeight_[i] - wheelUnit.memory.CurrDelta;
     wheelUnit.update(mount, p.wheels, ground, dt);
     Vector3d& centre = wheelUnit.contact.centre;
     wheel.dWheelHeight = rotate(conjugate(m.qCarRot), centre - m.vCarPos).y;
@@ -312,16 +328,32 @@ void CCarCam::updateWheelRotation()
     }
 }
 
+/// What the plane is laid onto. It rises with a wheel at once, and sinks to one as fast as at 25
+/// frames a second, at which the fall of a nose over an edge was tuned: a wheel hangs from the
+/// body, and would pull the plane down in each frame anew.
+std::array<Vector3d, kWheels> CCarCam::footing(const Vector3d& up, double dt) const
+{
+    constexpr double kFrame = 0.04; // [s]
+    const double held = 1.0 - std::min(1.0, dt / kFrame);
+    std::array<Vector3d, kWheels> bottom;
+    for (std::size_t i = 0; i < kWheels; ++i) {
+        bottom[i] = m.wheel[i].vBottom;
+        const double below = dot(m.vCarPos - bottom[i], up);
+        bottom[i] += up * (std::max(0.0, below) * held);
+    }
+    return bottom;
+}
+
 /// The plane through the back's middle and the two front bottoms. The tilt is taken up over some
 /// ticks, since the normal is as long as the sine between the two lines; the height at once.
-void CCarCam::alignToWheels()
+void CCarCam::alignToWheels(double dt)
 {
     if (bCarInTheAir)
         return;
-    const Vector3d back = (m.wheel[2].vBottom + m.wheel[3].vBottom) / 2.0;
-    const Vector3d normal =
-        cross(normalise(m.wheel[1].vBottom - back), normalise(m.wheel[0].vBottom - back));
     const Vector3d up = rotate(m.qCarRot, Vector3d{0, 1, 0});
+    const std::array<Vector3d, kWheels> bottom = footing(up, dt);
+    const Vector3d back = (bottom[2] + bottom[3]) / 2.0;
+    const Vector3d normal = cross(normalise(bottom[1] - back), normalise(bottom[0] - back));
     const double half = std::acos(std::clamp(dot(up, normal), -1.0, 1.0)) / 2;
     const Vector3d axis = cross(up, normal) * std::sin(half);
     m.qCarRot = normalise(m.qCarRot * normalise(Quatd{axis.x, axis.y, axis.z, std::cos(half)}));

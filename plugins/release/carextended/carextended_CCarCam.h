@@ -104,7 +104,7 @@ public:
     void updateWheelRotation();
 
     /// Lays the plane onto the four wheels, unless all are in the air.
-    void alignToWheels();
+    void alignToWheels(double dt);
 
     /// The body's position in this tick, raised where it would scrape the ground. Before the
     /// wheels.
@@ -169,7 +169,7 @@ private:
     };
 
     InputChannel& in(Channel channel) const { return p.pcInput[channel]; }
-    double yawAlongPath(const TurnGeometry& turn, double h) const;
+    double yawAlongPath(const TurnGeometry& turn, double swing, double h) const;
 
     // Inputs (steering.cpp, drive.cpp)
     void updateInputs(double dt);
@@ -196,16 +196,18 @@ private:
     double grip() const;
 
     // Sub-step (CCarCam.cpp, suspension.cpp)
+    void keepWheelHeights();
     void subStep(double h);
     void keepMoving();
     TurnGeometry turnGeometry() const;
-    void yawTowards(const TurnGeometry& turn, double h);
+    void yawTowards(const TurnGeometry& turn, double swing, double h);
     void burnOut(double h);
     double burnoutYaw(double h) const;
-    PlannedIncrement plannedIncrement(const TurnGeometry& turn, double h) const;
+    PlannedIncrement plannedIncrement(const TurnGeometry& turn, double swing, double h) const;
     void blendWithGrip(const PlannedIncrement& planned, double h);
     void moveAlongPlane(double h);
     void steerWheels(const TurnGeometry& turn, double h);
+    std::array<Vector3d, kWheels> footing(const Vector3d& up, double dt) const;
     SpringLoad springs(double h);
     bool flies() const;
     double mass() const;
@@ -217,6 +219,7 @@ private:
     void compressSprings();
 
     std::array<double, kWheels> rollDistance_{}; ///< of this tick [m]
+    std::array<double, kWheels> wheelHeight_{}; ///< of the centre in the plane before this tick [m]
     Vector3d guardedBody_;
     double burnoutMoment_ = 0.0; ///< of this sub-step; lifts the nose
     double stiffening_ = 1.0;    ///< of the springs, by the booster in this tick

@@ -74,7 +74,7 @@ void CCarCamObject::step(double time)
     followGround(time);
     cCarCam_.updateWheelRotation();
     writeWheels(time, bodyBefore);
-    cCarCam_.alignToWheels();
+    cCarCam_.alignToWheels(dt);
     writeTurnBase(time);
     writeSteeringWheel(time);
     writeBase(time);

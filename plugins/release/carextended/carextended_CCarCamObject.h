@@ -76,6 +76,8 @@ private:
     void showVelocity(double gas);
     void showLimits();
     void moveTurnBase();
+    void pushStoredGround(bool& turned);
+    void dropStoredGround();
     void changeFastRayCast();
     void changeStoredGround();
 

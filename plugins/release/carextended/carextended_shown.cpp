@@ -89,20 +89,37 @@ void CCarCamObject::moveTurnBase()
     runtime().redrawViews();
 }
 
+/// The copy of the ground, and the boxes that stand for it. turned: the one that the user has just
+/// turned.
+void CCarCamObject::pushStoredGround(bool& turned)
+{
+    turned = !turned;
+    for (bool* const box : {&settings.bUseStaticMesh, &settings.bStoreGroundMeshData})
+        runtime().pushUndo(new CVariableModUndo<bool>(box));
+    turned = !turned;
+    runtime().pushUndo(new CVariableModUndo<GroundSettings>(&groundSettings_));
+}
+
+void CCarCamObject::dropStoredGround()
+{
+    settings.bStoreGroundMeshData = false;
+    groundSettings_.storedMesh = CMesh();
+    groundSettings_.storedMatrix = Matrix4();
+}
+
 void CCarCamObject::changeFastRayCast()
 {
     if (settings.bUseStaticMesh || !settings.bStoreGroundMeshData)
         return;
-    settings.bStoreGroundMeshData = false;
-    changeStoredGround();
+    pushStoredGround(settings.bUseStaticMesh);
+    dropStoredGround();
 }
 
 void CCarCamObject::changeStoredGround()
 {
-    runtime().pushUndo(new CVariableModUndo<GroundSettings>(&groundSettings_));
+    pushStoredGround(settings.bStoreGroundMeshData);
     if (!settings.bStoreGroundMeshData) {
-        groundSettings_.storedMesh = CMesh();
-        groundSettings_.storedMatrix = Matrix4();
+        dropStoredGround();
         return;
     }
     groundSettings_.storeMeshData = true;

@@ -13,10 +13,13 @@ CDistanceRulerObject::CDistanceRulerObject(const CreateParam& param)
 }
 
 /// Node1's scale along Z sets the unit: twice as long an axis counts each metre twice.
+/// Without one of the nodes the last reading stays.
 void CDistanceRulerObject::measure(double time)
 {
-    const Matrix4 from = node(kNode1).global(time);
-    const Matrix4 to = node(kNode2).global(time);
+    Matrix4 from;
+    Matrix4 to;
+    if (!node(kNode1).readGlobal(time, from) || !node(kNode2).readGlobal(time, to))
+        return;
     settings.distance = length(translationOf(from) - translationOf(to)) * length(from.axis(2));
     settings.inLimits = settings.limits.fraction(settings.distance);
 }

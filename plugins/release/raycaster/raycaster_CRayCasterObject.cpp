@@ -59,19 +59,21 @@ void CRayCasterObject::placeHit(double time, double scaleTime)
     PoseParts placed = splitPose(node(kRayHit).global(scaleTime));
     const Quatd rotation = splitPose(origin).transform.rotation;
     const Ray ray{translationOf(origin), -normalise(origin.axis(2))};
-    const Hit hit = cast(ray, time);
-    const bool aligns = settings.bAlingRayHitNodeToNormal && !hit.missed;
-    placed.transform = {hit.position, aligns ? alignedTo(hit.normal, rotation) : rotation};
+    const std::optional<Hit> hit = cast(ray, time);
+    if (!hit)
+        return;
+    const bool aligns = settings.bAlingRayHitNodeToNormal && !hit->missed;
+    placed.transform = {hit->position, aligns ? alignedTo(hit->normal, rotation) : rotation};
     node(kRayHit).setGlobal(time, joinPose(placed));
 }
 
-CRayCasterObject::Hit CRayCasterObject::cast(const Ray& ray, double time) const
+std::optional<CRayCasterObject::Hit> CRayCasterObject::cast(const Ray& ray, double time) const
 {
     const SceneNode& child = node(kHitSurfaceChild);
     CNode* const surface = child.exists() ? child.handle()->getParent() : nullptr;
     if (!surface)
         return castOnPlane(ray);
-    const Hit hit = castOnSurface(ray, *surface, time);
+    const std::optional<Hit> hit = castOnSurface(ray, *surface, time);
     child.handle()->release(surface);
     return hit;
 }
@@ -86,15 +88,15 @@ CRayCasterObject::Hit CRayCasterObject::castOnPlane(const Ray& ray) const
     return {ray.origin + ray.direction * distance};
 }
 
-CRayCasterObject::Hit CRayCasterObject::castOnSurface(const Ray& ray, CNode& surface,
-                                                      double time) const
+std::optional<CRayCasterObject::Hit> CRayCasterObject::castOnSurface(const Ray& ray, CNode& surface,
+                                                                     double time) const
 {
     Matrix4 toWorld;
     CSnapshot_Mesh* const mesh = readPlace(runtime(), surface, time, toWorld)
                                      ? runtime().getMeshSnapshot(&surface, time)
                                      : nullptr;
     if (!mesh)
-        return miss(ray);
+        return std::nullopt;
     const Matrix4 toSurface = inverse(toWorld);
     const SurfaceRay local({ray.origin, ray.direction}, toSurface);
     double distance = -1.0;
@@ -107,7 +109,7 @@ CRayCasterObject::Hit CRayCasterObject::castOnSurface(const Ray& ray, CNode& sur
     distance *= local.scale;
     if (settings.maximumRayDistance != 0.0)
         distance = std::min(distance, settings.maximumRayDistance);
-    return {ray.origin + ray.direction * distance, worldNormal(toSurface, normal)};
+    return Hit{ray.origin + ray.direction * distance, worldNormal(toSurface, normal)};
 }
 
 CRayCasterObject::Hit CRayCasterObject::miss(const Ray& ray) const

@@ -3,6 +3,8 @@
 
 #include "plugins/release/raycaster/raycaster_items.h"
 
+#include <optional>
+
 namespace tvw::rgs::addon {
 
 class CRayCasterObject final : public Tool<raycaster::Settings>
@@ -31,10 +33,11 @@ private:
     /// scaleTime: when the hit node's own scale is read [s].
     void placeHit(double time, double scaleTime);
 
-    /// Against the surface that the child hangs on; without one against the plane y = 0.
-    Hit cast(const Ray& ray, double time) const;
+    /// Against the surface that the child hangs on; without one against the plane y = 0. Nothing
+    /// where that parent is no mesh: the hit node then stays.
+    std::optional<Hit> cast(const Ray& ray, double time) const;
     Hit castOnPlane(const Ray& ray) const;
-    Hit castOnSurface(const Ray& ray, CNode& surface, double time) const;
+    std::optional<Hit> castOnSurface(const Ray& ray, CNode& surface, double time) const;
     Hit miss(const Ray& ray) const;
 };
 

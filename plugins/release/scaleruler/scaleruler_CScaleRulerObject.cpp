@@ -12,11 +12,16 @@ CScaleRulerObject::CScaleRulerObject(const CreateParam& param)
     keepFlagsAndLimits(std::array{&settings.limits[0], &settings.limits[1], &settings.limits[2]});
 }
 
-/// An axis of a flattened reference measures nothing: 0.
+/// An axis of a flattened reference measures nothing: 0. Without one of the nodes the last reading
+/// stays.
 void CScaleRulerObject::measure(double time)
 {
-    const Vector3d reference = scaleOf(node(kReference).global(time));
-    const Vector3d scale = scaleOf(node(kScaling).global(time));
+    Matrix4 from;
+    Matrix4 to;
+    if (!node(kReference).readGlobal(time, from) || !node(kScaling).readGlobal(time, to))
+        return;
+    const Vector3d reference = scaleOf(from);
+    const Vector3d scale = scaleOf(to);
     for (int axis = 0; axis < 3; ++axis) {
         settings.scale[axis] = reference[axis] > 0.0 ? scale[axis] / reference[axis] : 0.0;
         settings.inLimits[axis] = settings.limits[axis].fraction(settings.scale[axis]);

@@ -103,6 +103,51 @@ TEST_F(CarOnGround, FliesOffARampAndLandsLevel)
     EXPECT_NEAR(pitch(6.2), 0.0, 0.005);
 }
 
+/// The springs' own motion is no edge: nothing may feed it back to them.
+TEST_F(CarOnGround, ComesToRestBehindEdgesAtEveryFrameRate)
+{
+    using Profile = std::vector<std::pair<double, double>>;
+    struct Case
+    {
+        const char* name;
+        Profile profile;
+        double booster, settled; ///< settled: when the edge must be forgotten [s]
+    };
+    const Case cases[] = {
+        {"a boost on the plane", {{-900, 0}, {900, 0}}, 1.0, 1.0},
+        {"a jump", {{-800, 0}, {-32.1, 0}, {-32, 1.2}, {-20, 0}, {300, 0}}, 0.0, 5.2},
+        {"the foot of a hill", {{-300, 70}, {-20, 0}, {300, 0}}, 0.0, 3.2},
+    };
+    const auto groundAt = [](const Profile& profile, double z) {
+        std::size_t i = 1;
+        while (profile[i].first < z)
+            ++i;
+        const auto [z0, y0] = profile[i - 1];
+        const auto [z1, y1] = profile[i];
+        return y0 + (y1 - y0) * (z - z0) / (z1 - z0);
+    };
+    std::map<std::string, double> noseDown; // at the first frame rate [rad]
+    for (const double fps : {25.0, 10.0, 60.0, 120.0}) {
+        for (const Case& c : cases) {
+            place(fps);
+            ground(strip(c.profile), {}, true);
+            drive(8.0, [&](double) { return Hands{.gas = 1.0, .booster = c.booster}; });
+            double highest = 0.0;
+            for (double t = c.settled; t < 8.0; t += 0.1) {
+                const Vector3d hub = translationOf(node(*car, "WheelMesh_BL").world(t));
+                const double above = hub.y - 0.247 - groundAt(c.profile, hub.z);
+                highest = std::max({highest, std::abs(above), std::abs(pitch(t) - pitch(8.0))});
+            }
+            EXPECT_LT(highest, 0.03) << c.name << " at " << fps << " fps"; // [m], [rad]
+            double lowest = 0.0;
+            for (double t = 1.0; t < 8.0; t += 0.02)
+                lowest = std::min(lowest, pitch(t));
+            noseDown.emplace(c.name, lowest);
+            EXPECT_GT(lowest, noseDown[c.name] - 0.05) << c.name << " at " << fps << " fps";
+        }
+    }
+}
+
 TEST_F(CarOnGround, ResimulatesOverEdgesAndThroughTheAir)
 {
     for (const bool fast : {false, true}) {
@@ -119,6 +164,22 @@ TEST_F(CarOnGround, ResimulatesOverEdgesAndThroughTheAir)
                 ASSERT_TRUE(keys == take.at(name)) << name << " from " << from << ", fast " << fast;
         }
     }
+}
+
+/// A copy without its box would be driven on unseen.
+TEST_F(CarOnGround, UndoTurnsTheBoxesWithTheStoredGround)
+{
+    ground(strip({{-300, 1}, {300, 1}}), {}, true);
+    const auto boxes = [this] {
+        return std::pair{get(*car, "Use Fast Ray Cast"), get(*car, "Store Ground Mesh Data")};
+    };
+    set(*car, "Store Ground Mesh Data", 1);
+    set(*car, "Use Fast Ray Cast", 0);
+    EXPECT_EQ(boxes(), std::pair(0.0, 0.0));
+    ASSERT_TRUE(session->stage().hostUndo());
+    EXPECT_EQ(boxes(), std::pair(1.0, 1.0));
+    ASSERT_TRUE(session->stage().hostUndo());
+    EXPECT_EQ(boxes(), std::pair(1.0, 0.0));
 }
 
 TEST_F(CarOnGround, AWheelOverALedgeHangsNoFurtherThanItsSpring)

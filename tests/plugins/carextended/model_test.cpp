@@ -39,7 +39,7 @@ protected:
         for (std::size_t i = 0; i < kWheels; ++i)
             car.followGround(i, body.axis(0), body.axis(1), body.axis(2), plane, dt);
         car.updateWheelRotation();
-        car.alignToWheels();
+        car.alignToWheels(dt);
     }
 
     double gasValue() const { return p.pcInput[GAS_PEDAL].dValue; }
