@@ -95,6 +95,15 @@ public:
             refill(sizeClass);
     }
 
+    /// Memory of the free blocks [bytes].
+    [[nodiscard]] std::size_t freeBytes() const noexcept
+    {
+        std::size_t bytes = 0;
+        for (std::uint32_t c = 0; c < kClasses; ++c)
+            bytes += free_[c].size() * (sizeof(Block) + capacityOf(c) * sizeof(TrackKey<T>));
+        return bytes;
+    }
+
     /// Gives the memory of all free blocks back.
     void trim() noexcept
     {

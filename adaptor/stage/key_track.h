@@ -240,6 +240,9 @@ public:
         Pool::instance().reserve(kLargest, tracks * (2 + count / Pool::capacityOf(kLargest)));
     }
 
+    /// Memory that waits for the next take of all tracks of this kind [bytes].
+    [[nodiscard]] static std::size_t idleBytes() noexcept { return Pool::instance().freeBytes(); }
+
     /// Gives back the memory that past takes of all tracks of this kind have left for the next.
     static void trimBlocks() noexcept { Pool::instance().trim(); }
 

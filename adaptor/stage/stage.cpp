@@ -5,10 +5,30 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <malloc.h>
 
 namespace tvw::rgs::stage {
 
-Stage::Stage() = default;
+namespace {
+
+/// Of a ten minutes' take of a car a step holds some 100 MB: hours of work must not fill the
+/// machine.
+constexpr std::size_t kUndoMemory = std::size_t{1} << 30; // [bytes]
+
+/// All that is in use in the process, without the blocks of keys that wait for the next take.
+std::size_t memoryInUse()
+{
+    const struct mallinfo2 heap = mallinfo2();
+    return heap.uordblks + heap.hblkhd - KeyTrack<Matrix4>::idleBytes() -
+           KeyTrack<double>::idleBytes();
+}
+
+} // namespace
+
+Stage::Stage()
+{
+    undo_.setMemoryLimit(kUndoMemory, &memoryInUse);
+}
 
 Stage::~Stage() = default;
 

@@ -1,6 +1,7 @@
 #include "adaptor/stage/undo_stack.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace tvw::rgs::stage {
 
@@ -35,6 +36,7 @@ void UndoStack::begin(std::string name)
     if (names_.empty()) {
         ++bracket_;
         cancelled_ = false;
+        inUseBefore_ = inUse();
     }
     names_.push_back(std::move(name));
 }
@@ -87,6 +89,7 @@ void UndoStack::close()
         return;
     }
     step.state = ++lastState_;
+    step.grown = inUse() - inUseBefore_;
     done_.push_back(std::move(step));
     trim();
 }
@@ -145,9 +148,31 @@ void UndoStack::setLimit(std::size_t steps)
     trim();
 }
 
+void UndoStack::setMemoryLimit(std::size_t bytes, std::size_t (*inUse)())
+{
+    memoryLimit_ = static_cast<std::int64_t>(bytes);
+    memoryInUse_ = inUse;
+    trim();
+}
+
+std::int64_t UndoStack::inUse() const
+{
+    return memoryInUse_ ? static_cast<std::int64_t>(memoryInUse_()) : 0;
+}
+
+bool UndoStack::isTooMuch() const
+{
+    if (!memoryInUse_ || done_.size() < 2)
+        return done_.size() > limit_;
+    const std::int64_t grown =
+        std::accumulate(done_.begin(), done_.end(), std::int64_t{0},
+                        [](std::int64_t sum, const Step& step) { return sum + step.grown; });
+    return done_.size() > limit_ || grown > memoryLimit_;
+}
+
 void UndoStack::trim()
 {
-    while (done_.size() > limit_) {
+    while (isTooMuch()) {
         base_ = done_.front().state;
         destroyForward(done_.front());
         done_.erase(done_.begin());
@@ -156,11 +181,13 @@ void UndoStack::trim()
 
 void UndoStack::dropUndone()
 {
+    const std::int64_t before = inUse();
     // The list's back is the oldest step, its front the newest.
     std::vector<Step> dropped;
     dropped.swap(undone_);
     for (Step& step : dropped)
         destroyBackward(step);
+    inUseBefore_ -= before - inUse(); // what they held is none of the open step's
 }
 
 void UndoStack::destroyForward(Step& step)

@@ -56,6 +56,10 @@ public:
     /// that it replaced).
     void setLimit(std::size_t steps);
 
+    /// Steps go too when those kept have grown the memory in use by more than `bytes`; the newest
+    /// stays in any case. inUse: answers how much memory is in use now [bytes].
+    void setMemoryLimit(std::size_t bytes, std::size_t (*inUse)());
+
     /// Drops all records, those of an open bracket too, without taking anything back. The bracket
     /// stays open, and counts as another one.
     void clear();
@@ -66,12 +70,15 @@ private:
         std::string name;
         std::vector<CUndo*> records;
         std::uint64_t state = 0; ///< that it leads to
+        std::int64_t grown = 0;  ///< memory in use over its bracket [bytes]
     };
 
     void close();
     void takeBack(Step& step);
     void dropUndone();
     void trim();
+    [[nodiscard]] bool isTooMuch() const;
+    [[nodiscard]] std::int64_t inUse() const;
     static void destroyForward(Step& step);
     static void destroyBackward(Step& step);
 
@@ -80,6 +87,9 @@ private:
     std::vector<Step> done_;
     std::vector<Step> undone_;
     std::size_t limit_ = 200;
+    std::int64_t memoryLimit_ = 0;
+    std::size_t (*memoryInUse_)() = nullptr; ///< null: no such limit
+    std::int64_t inUseBefore_ = 0;           ///< the open bracket
     std::uint64_t bracket_ = 0;
     std::uint64_t lastState_ = 0;
     std::uint64_t base_ = 0; ///< the state before all that are kept

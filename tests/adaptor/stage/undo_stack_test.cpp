@@ -135,6 +135,27 @@ TEST_F(UndoStackTest, TheLimitDropsTheOldest)
     EXPECT_THAT(stack.undoNames(), ElementsAre("2", "3"));
 }
 
+TEST_F(UndoStackTest, TheMemoryLimitDropsTheOldestButNeverTheNewest)
+{
+    static std::size_t inUse;
+    inUse = 500;
+    stack.setMemoryLimit(100, [] { return inUse; });
+    const auto grow = [&](const char* name, std::size_t bytes) {
+        stack.begin(name);
+        push(name);
+        inUse += bytes;
+        stack.end();
+    };
+    grow("a", 60);
+    grow("b", 40);
+    EXPECT_THAT(stack.undoNames(), ElementsAre("a", "b"));
+    grow("c", 30);
+    EXPECT_THAT(stack.undoNames(), ElementsAre("b", "c"));
+    grow("d", 400);
+    EXPECT_THAT(stack.undoNames(), ElementsAre("d"));
+    EXPECT_TRUE(stack.undo());
+}
+
 /// Does to the stack what a tool does that changes something when it hears of an undo.
 class Meddler final : public CUndo
 {
