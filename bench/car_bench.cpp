@@ -42,6 +42,7 @@ public:
     Cars(int count, int side, Mode mode)
     {
         session_ = *stage::Session::start({.framesPerSecond = 25.0, .isolated = true});
+        session_->stage().undoStack().setLimit(1); // the memory of old takes comes back at once
         ground_ = &session_->stage().addMesh("Ground", terrain(side, kCell));
         Device& pad = session_->addDevice("Pad", {.axes = 1, .buttons = 0});
         pad_ = &pad;
