@@ -89,18 +89,6 @@ TEST(Mesh, CylinderOfThreeSides)
     EXPECT_EQ(CMesh_Cylinder(0, 1, 1), CMesh());
 }
 
-TEST(Mesh, TransformedCopyMovesVerticesOnly)
-{
-    Matrix4 M;
-    M.setAxis(0, {0, 2, 0});
-    setTranslation(M, {10, 20, 30});
-    M.at(3, 3) = 2; // all divided by two in the end
-    const CMesh moved = transformed(triangle(), M);
-    EXPECT_EQ(moved.vertex[2], (Vector3d{10 / 2.0, (14 + 8 + 20) / 2.0, (9 + 30) / 2.0}));
-    EXPECT_EQ(moved.texcoord, triangle().texcoord);
-    EXPECT_EQ(moved.face, triangle().face);
-}
-
 TEST(Mesh, AssignmentThroughTheBaseReplacesTheArrays)
 {
     CMesh_Box box(1, 1, 1);

@@ -1,7 +1,6 @@
 #include "util/composite.h"
 #include "util/dynamicobject.h"
 #include "util/factory.h"
-#include "util/returnvalue.h"
 #include "util/singleton.h"
 
 #include <gmock/gmock.h>
@@ -50,33 +49,6 @@ TEST_F(Singletons, canEndAndBeginAgain)
     EXPECT_EQ(Core::instance().runs, 0);
     Core::end();
     EXPECT_THAT(events, ElementsAre("begin", "end", "begin", "end"));
-}
-
-TEST(ReturnValue, assignsIntoTheCallersObject)
-{
-    std::string text = "before";
-    ReturnValue<std::string> out(text);
-    EXPECT_EQ(&out.assign("after"), &text);
-    EXPECT_EQ(text, "after");
-
-    struct NoSelfCopy
-    {
-        int copies = 0;
-        NoSelfCopy& operator=(const NoSelfCopy&)
-        {
-            ++copies;
-            return *this;
-        }
-    };
-    NoSelfCopy object;
-    ReturnValue<NoSelfCopy> self(object);
-    self.assign(self.get());
-    EXPECT_EQ(object.copies, 0);
-}
-
-TEST(DynamicObject, destroyOfNullDoesNothing)
-{
-    destroy(static_cast<DynamicObject*>(nullptr));
 }
 
 /// A node that writes down its hooks.
@@ -137,15 +109,6 @@ TEST_F(Composites, aChildGoesToItsPlace)
     EXPECT_EQ(events.back(), "root got b1");
     root.insertChild(a, 2); // where it stands once it has left
     EXPECT_THAT(root.children(), ElementsAre(b, c, a));
-}
-
-TEST_F(Composites, aChildThatEndsLeavesItsParent)
-{
-    Branch root("root");
-    auto* const a = new Branch("a");
-    root.addChild(a);
-    a->destroy();
-    EXPECT_EQ(root.childCount(), 0u);
 }
 
 TEST_F(Composites, anEndTakesTheChildrenFromTheFirstOn)

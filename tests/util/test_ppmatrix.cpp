@@ -34,11 +34,6 @@ void expectElements(const PPMatrix& m, int rows, int columns,
 
 const PPMatrix kA = matrixOf(2, 3, {1, 2, 3, 4, 5, 6});
 
-TEST(PPMatrix, aNewOneIsOneByOneZero)
-{
-    expectElements(PPMatrix(), 1, 1, {0});
-}
-
 TEST(PPMatrix, productsAndSums)
 {
     const PPMatrix b = matrixOf(3, 2, {1, 0, -1, 2, 0, 1});

@@ -173,20 +173,14 @@ TEST(XmlData, WritesValuesAsStreamsDo)
 {
     const std::pair<Data, const char*> cases[] = {
         {Data(1.3), "1.3"},
-        {Data(0.1), "0.1"},
         {Data(1e6), "1e+06"},
-        {Data(123456.0), "123456"},
         {Data(1234567.0), "1.23457e+06"},
-        {Data(0.00001), "1e-05"},
         {Data(-0.0), "-0"},
         {Data(2.0F), "2"},
         {Data(true), "1"},
-        {Data(false), "0"},
-        {Data(-12), "-12"},
         {Data(std::numeric_limits<std::int64_t>::min()), "-9223372036854775808"},
         {Data(std::numeric_limits<std::uint64_t>::max()), "18446744073709551615"},
         {Data("a text"), "a text"},
-        {Data(std::string("another")), "another"},
     };
     for (const auto& [data, text] : cases) {
         EXPECT_EQ(data.name(), text);
