@@ -54,7 +54,7 @@ TEST_F(StageSeam, NodesAreNamedAfterTheirTool)
 
 TEST_F(StageSeam, KindsOfNodesAnswerTheirOwnSnapshots)
 {
-    const CMesh mesh = groundMesh();
+    const CMesh mesh = tests::square(1.0);
     NodeHandle& plain = helper(tool, "helper");
     auto& ground = *stage.createMeshNode(&tool, "mesh", nullptr, &mesh, nodekind::shape);
     auto& camera = *stage.createMeshNode(&tool, "camera", nullptr, &mesh, nodekind::camera);
@@ -336,7 +336,7 @@ TEST_F(StageSeam, ALongTakeIsUndoneAtOnce)
 
 TEST_F(StageSeam, ATickAllocatesNothing)
 {
-    const CMesh mesh = groundMesh();
+    const CMesh mesh = tests::square(1.0);
     NodeHandle& body = helper(tool, "Body");
     NodeHandle& wheel = helper(tool, "Wheel", &body);
     auto& camera = *stage.createMeshNode(&tool, "Camera", &body, &mesh, nodekind::camera);
