@@ -1,10 +1,8 @@
 /// Scenes with tools: what a take leaves is there again after save and open.
 #include "adaptor/stage/scene_file.h"
 #include "tests/runs/run_fixture.h"
+#include "tests/support/temporary_folder.h"
 #include "util/file.h"
-
-#include <filesystem>
-#include <unistd.h>
 
 namespace tvw::rgs::tests {
 
@@ -16,20 +14,12 @@ protected:
     void SetUp() override
     {
         open(30.0);
-        path_ = (std::filesystem::temp_directory_path() /
-                 ("rigstage_session_" + std::to_string(::getpid()) + ".glb"))
-                    .string();
         core::Instance& tool = create("Sinusoid");
         set(tool, "Amplitude", 2.0);
         set(tool, "Angular Frequency", 3.0);
         bindAxis(tool, "Spinner: Amplitude", 0);
         record(2.0, [this](double t) { pad->set("Axis", 0, wobble(t)); });
         name_ = tool.name();
-    }
-    void TearDown() override
-    {
-        std::error_code ignored;
-        std::filesystem::remove(path_, ignored);
     }
 
     void save()
@@ -47,7 +37,8 @@ protected:
     }
     core::Instance& tool() { return session->tool(name_)->instance(); }
 
-    std::string path_;
+    TemporaryFolder folder_;
+    const std::string path_ = folder_.path() + "/scene.glb";
     std::string name_;
 };
 

@@ -182,29 +182,6 @@ TEST_F(StageSeam, ASelectionBracketGathers)
     EXPECT_THAT(stage.selection(), ElementsAre(&a.node(), &b.node()));
 }
 
-TEST_F(StageSeam, ADeletedNodeAndItsHandleComeBack)
-{
-    NodeHandle& body = helper(tool, "Body");
-    NodeHandle& wheel = helper(tool, "Wheel", &body);
-    EXPECT_EQ(wheel.node().parent(), &body.node());
-    stage.beginUndo("Delete plugin instance");
-    wheel.deleteNode(true);
-    body.deleteNode(true);
-    stage.endUndo();
-    EXPECT_TRUE(body.isDeleted());
-    EXPECT_EQ(body.owner(), nullptr);
-    EXPECT_EQ(stage.findNode(&tool, "Body"), nullptr) << "no tool's any more";
-    EXPECT_THAT(nodesOf(&tool), IsEmpty());
-    EXPECT_THAT(stage.nodes(), IsEmpty());
-    EXPECT_EQ(body.getSnapshot(0), nullptr);
-    stage.hostUndo();
-    EXPECT_THAT(nodesOf(&tool), ElementsAre(&body, &wheel));
-    EXPECT_FALSE(wheel.isDeleted());
-    EXPECT_EQ(wheel.node().parent(), &body.node());
-    stage.hostRedo();
-    EXPECT_THAT(nodesOf(&tool), IsEmpty());
-}
-
 TEST_F(StageSeam, ANodeThatTheUserRemovesStaysTheTools)
 {
     NodeHandle& body = helper(tool, "Body");
@@ -216,15 +193,6 @@ TEST_F(StageSeam, ANodeThatTheUserRemovesStaysTheTools)
     body.hide();
     body.select();
     EXPECT_EQ(body.getParent(), nullptr);
-}
-
-TEST_F(StageSeam, LettingANodeGoKeepsItInTheScene)
-{
-    NodeHandle& body = helper(tool, "Body");
-    body.deleteNode(false);
-    EXPECT_TRUE(body.node().isPresent());
-    EXPECT_EQ(stage.ownerOf(body.node()), nullptr);
-    EXPECT_THAT(nodesOf(&tool), IsEmpty());
 }
 
 TEST_F(StageSeam, UndoneCreationAndEndedHandles)
