@@ -98,20 +98,6 @@ TEST_F(UpdateWindows, aClickOnAVersionOpensItsPage)
     EXPECT_EQ(desktop.source(), QUrl("https://example.org/999"));
 }
 
-TEST_F(UpdateWindows, aSecondOpeningAsksAgain)
-{
-    const VersionServer server("<v/>");
-    setenv("RIGSTAGE_REPURL", server.address().c_str(), 1);
-    UpdateWindow window;
-    for (int time = 1; time <= 2; ++time) {
-        window.open();
-        EXPECT_TRUE(QTest::qWaitFor(
-            [] { return textsOf(*updateWindow()).count("You are up to date") == 1; }, 5000));
-        EXPECT_EQ(server.requests, time);
-        updateWindow()->close();
-    }
-}
-
 TEST_F(UpdateWindows, aQuietCheckSpeaksOfNewerVersionsOnly)
 {
     struct Case
