@@ -287,34 +287,6 @@ TEST_F(Model, sidesHaveTwoOrders)
     EXPECT_EQ(written(*component).attributeValue("padding"), "40 10 20 30");
 }
 
-struct DragCase
-{
-    const char* name;
-    int triggerLength;
-    bool ctrl, shift;
-    std::vector<int> pixels, steps;
-};
-
-TEST(SpinnerDrag, takesAStepForEachTriggerLength)
-{
-    const DragCase cases[] = {
-        {"three pixels give nothing, the fourth a step", 4, false, false, {3, 1}, {0, 1}},
-        {"with Ctrl ten", 4, true, false, {3, 1}, {0, 10}},
-        {"with Shift ten", 4, false, true, {4}, {10}},
-        {"with both a hundred, and down", 4, true, true, {-9}, {-200}},
-        {"the rest stays for later", 4, false, false, {7, 1, -4}, {1, 1, -1}},
-        {"back and forth is nothing", 2, false, false, {1, -1, 1, -1}, {0, 0, 0, 0}},
-        {"each pixel", 1, false, false, {1, -3}, {1, -3}},
-    };
-    for (const DragCase& c : cases) {
-        component::SpinnerDrag drag;
-        std::vector<int> steps;
-        for (const int pixels : c.pixels)
-            steps.push_back(drag.steps(pixels, c.triggerLength, c.ctrl, c.shift));
-        EXPECT_EQ(steps, c.steps) << c.name;
-    }
-}
-
 TEST_F(Model, aSpinnersWholeNumber)
 {
     const ComponentPtr component = build("<spinner min='-10' max='10' triggerlength='0'/>");
@@ -347,20 +319,6 @@ TEST_F(Model, theCurrentItemStaysTheCurrentOne)
     EXPECT_EQ(combo->itemAt(-1), "");
 }
 
-TEST_F(Model, menuItemsInTheOrderOfTheFile)
-{
-    const ComponentPtr component = build(kComplete[17]);
-    auto* const menubar = toMenubar(component.get());
-    ASSERT_NE(menubar->itemAt(1), nullptr);
-    EXPECT_TRUE(menubar->itemAt(0)->grayed);
-    EXPECT_EQ(menubar->itemAt(1)->id, 3) << "of a nested menu";
-    EXPECT_EQ(menubar->itemAt(2), nullptr);
-    menubar->setItemGrayed(3, true);
-    EXPECT_TRUE(menubar->itemAt(1)->grayed);
-    menubar->rebuild(menubar->element());
-    EXPECT_FALSE(menubar->itemAt(1)->grayed) << "as the element says";
-}
-
 TEST_F(Model, aGraphsPixelsAndCopy)
 {
     const ComponentPtr component = build(
@@ -389,13 +347,6 @@ TEST_F(Model, everyTagHasItsOwnMessages)
         EXPECT_EQ(range, expected) << tag;
         EXPECT_EQ(tagOf(component.get()), tag);
     }
-}
-
-TEST_F(Model, aFactoryOfAPresentNameIsDropped)
-{
-    const std::size_t before = AbstractFactory<Component>::instance().factoryCount();
-    registerKinds<component::Label>();
-    EXPECT_EQ(AbstractFactory<Component>::instance().factoryCount(), before);
 }
 
 } // namespace

@@ -122,15 +122,19 @@ TEST_F(Input, aSpinnerIsDraggedByItsTriggerLength)
         Qt::KeyboardModifiers modifiers;
         double value;
     };
-    const Move moves[] = {{3, Qt::NoModifier, 0.0},      {1, Qt::NoModifier, 0.5},
-                          {4, Qt::ControlModifier, 5.5}, {-4, Qt::ShiftModifier, 0.5},
-                          {-9, Qt::NoModifier, -0.5},    {-3, Qt::NoModifier, -1.0}};
+    const Move moves[] = {{3, Qt::NoModifier, 0.0},
+                          {1, Qt::NoModifier, 0.5},
+                          {4, Qt::ControlModifier, 5.5},
+                          {-4, Qt::ShiftModifier, 0.5},
+                          {-9, Qt::NoModifier, -0.5},
+                          {-3, Qt::NoModifier, -1.0},
+                          {4, Qt::ControlModifier | Qt::ShiftModifier, 49.0}};
     for (const Move& move : moves) {
         spinner.moveUp(move.pixels, move.modifiers);
         EXPECT_DOUBLE_EQ(spinner.value(), move.value) << move.pixels;
         EXPECT_EQ(spinner.mouse, QPoint(100, 100)) << "the mouse is put back";
     }
-    EXPECT_EQ(heard.params(message::spinnerChanged), (std::vector<int>{4, 4, 4, 4, 4}));
+    EXPECT_EQ(heard.params(message::spinnerChanged), (std::vector<int>{4, 4, 4, 4, 4, 4}));
 }
 
 TEST_F(Input, aSpinnersKeysAndButtons)

@@ -89,27 +89,6 @@ TEST_F(Layout, aResizeIsToldOnce)
     EXPECT_EQ(at(1).size(), (Size{350, 250}));
 }
 
-TEST_F(Layout, frames)
-{
-    struct Case
-    {
-        const char* style;
-        int shape, shadow, line, middle;
-    };
-    const Case cases[] = {{"none", QFrame::NoFrame, QFrame::Plain, 0, 0},
-                          {"thin", QFrame::Box, QFrame::Plain, 1, 0},
-                          {"normal", QFrame::Panel, QFrame::Raised, 2, 1},
-                          {"sunken", QFrame::Panel, QFrame::Sunken, 2, 1}};
-    for (const Case& c : cases) {
-        window = build("<border style='" + std::string(c.style) + "'/>");
-        const auto& frame = *dynamic_cast<QFrame*>(window->widget());
-        EXPECT_EQ(frame.frameShape(), c.shape) << c.style;
-        EXPECT_EQ(frame.frameShadow(), c.shadow) << c.style;
-        EXPECT_EQ(frame.lineWidth(), c.line == 0 ? frame.lineWidth() : c.line) << c.style;
-        EXPECT_EQ(frame.midLineWidth(), c.middle) << c.style;
-    }
-}
-
 TEST_F(Layout, backgroundAndHighlightArePainted)
 {
     open("<label id='1'><background type='color' r='200' g='0' b='0'/></label>");
