@@ -79,8 +79,7 @@ TEST_F(ToolTree, AFailedMakingLeavesNothing)
 {
     struct Case
     {
-        const char* name;
-        const char* type;
+        const char *name, *type;
         tests::TinyFaults faults;
     };
     const Case cases[] = {
@@ -105,18 +104,13 @@ TEST_F(ToolTree, RenamesTheToolAndItsNodes)
 {
     InstanceReference& car = make("Car");
     make("Bus");
-    struct Case
-    {
-        const char* wanted;
-        const char* name;
-    };
-    constexpr Case kCases[] = {
+    constexpr std::pair<const char*, const char*> kCases[] = {
         {"Car", "Car"}, {"Bus", "Bus_01"}, {"Van", "Van"}, {"", "Tiny"}, {"12", "12"}};
-    for (const Case& row : kCases) {
-        car.rename(row.wanted);
-        EXPECT_EQ(car.getText(), row.name) << row.wanted;
-        EXPECT_EQ(car.instance().Device::name(), row.name) << "the device too";
-        EXPECT_EQ(nodesOf(car).front(), std::string(row.name) + "_Base");
+    for (const auto& [wanted, name] : kCases) {
+        car.rename(wanted);
+        EXPECT_EQ(car.getText(), name) << wanted;
+        EXPECT_EQ(car.instance().Device::name(), name) << "the device too";
+        EXPECT_EQ(nodesOf(car).front(), std::string(name) + "_Base");
     }
     for (int i = 0; i < 5; ++i)
         scene().hostUndo();

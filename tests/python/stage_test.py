@@ -141,21 +141,6 @@ class Files(StageCase):
         node = self.stage.tool("Sinusoid_01").node("SinusNode")
         self.assertEqual([node.matrix(t) for t in node.key_times()], keys)
 
-    def test_groups_keep_their_shape(self):
-        outer = self.stage.create("Group", "Outer")
-        inner = self.stage.create("Group", "Inner", parent=outer)
-        self.stage.create("Group", "Empty", parent=inner)
-        self.stage.create("Group", "Beside", parent=outer)
-        self.stage.create("Sinusoid", parent=inner)
-        self.stage.save(self.path("groups.glb"))
-        self.stage.open(self.path("groups.glb"))
-
-        def shape(tool):
-            return {child.name: shape(child) for child in tool.children}
-
-        self.assertEqual(shape(self.stage.root), {
-            "Outer": {"Inner": {"Empty": {}, "Sinusoid_01": {}}, "Beside": {}}})
-
     def test_a_file_that_is_none_leaves_the_scene(self):
         tool = self.stage.create("Sinusoid")
         with open(self.path("bad.glb"), "wb") as out:

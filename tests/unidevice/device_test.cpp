@@ -242,23 +242,18 @@ TEST_F(EmulatedTest, OutlivesItsParts)
 TEST_F(DeviceTest, KeysHaveTheNamesThatProfilesUse)
 {
     auto* const keys = new KeyboardDevice;
-    struct Case
-    {
-        int code;
-        const char* name;
-    };
-    constexpr Case kCases[] = {
+    constexpr std::pair<int, const char*> kCases[] = {
         {13, "RETUR"}, {17, "CTRL"},   {32, "Space"},      {33, "Page_UP"}, {38, "Up_Arrow"},
         {48, "0"},     {57, "9"},      {65, "A"},          {87, "W"},       {90, "Z"},
         {96, "Num_0"}, {104, "Num_8"}, {105, "Num_9"},     {106, "Num_*"},  {110, "Num_,"},
         {112, "F1"},   {135, "F24"},   {164, "Left_MENU"}, {187, "+"},      {188, ","},
         {189, "-"},    {190, "."},
     };
-    for (const Case& c : kCases) {
-        const Control* const key = keys->controlOfKey(c.code);
-        ASSERT_NE(key, nullptr) << c.name;
-        EXPECT_EQ(key->type, c.name);
-        EXPECT_EQ(key->index, 0) << c.name;
+    for (const auto& [code, name] : kCases) {
+        const Control* const key = keys->controlOfKey(code);
+        ASSERT_NE(key, nullptr) << name;
+        EXPECT_EQ(key->type, name);
+        EXPECT_EQ(key->index, 0) << name;
     }
     for (const int code : {-1, 0, 58, 64, 91 + 2, 108, 136, 255, 256})
         EXPECT_EQ(keys->controlOfKey(code), nullptr) << code;

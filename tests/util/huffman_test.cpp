@@ -40,8 +40,7 @@ std::string leaf(char value, std::uint32_t frequency)
 struct Case
 {
     const char* name;
-    std::string plain;
-    std::string block;
+    std::string plain, block;
 };
 
 /// Trees and bits worked out by hand.

@@ -170,8 +170,7 @@ TEST(Mesh, ReadsNoMoreThanAChunkHolds)
     {
         const char* name;
         std::int32_t count;
-        std::size_t bytes;
-        std::size_t expected;
+        std::size_t bytes, expected;
     };
     constexpr Case kCases[] = {
         {"as told", 2, 48, 2},

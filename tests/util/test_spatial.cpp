@@ -62,8 +62,7 @@ TEST(Quat, rotatesByTheRightHand)
     {
         const char* name;
         Quatd q;
-        Vector3d v;
-        Vector3d expected;
+        Vector3d v, expected;
     };
     const Case cases[] = {
         {"z takes x to y", about(2, kPi / 2), {1, 0, 0}, {0, 1, 0}},

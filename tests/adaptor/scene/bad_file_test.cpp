@@ -39,9 +39,7 @@ TEST_F(BadFiles, what_is_no_readable_file_is_refused)
 /// Each stands in a .gltf with the nodes, buffers and so on that it names.
 struct Case
 {
-    const char* name;
-    const char* json;
-    const char* reason;
+    const char *name, *json, *reason;
 };
 
 constexpr Case kCases[] = {

@@ -50,16 +50,12 @@ TEST(KeyTrack, ReadsBetweenBeforeAndBehindItsKeys)
     track.write(0, 0.0);
     track.write(10, 1.0);
     track.write(20, 5.0);
-    struct Case
-    {
-        Flicks time;
-        double expected;
-    };
     // In an order that sends the cursor both ways.
-    constexpr Case kCases[] = {{5, 0.5},  {3, 0.3},  {15, 3.0}, {3, 0.3}, {-4, 0.0},
-                               {99, 5.0}, {20, 5.0}, {10, 1.0}, {0, 0.0}, {12, 1.8}};
-    for (const Case& c : kCases)
-        EXPECT_DOUBLE_EQ(track.at(c.time), c.expected) << "at " << c.time;
+    constexpr std::pair<Flicks, double> kCases[] = {{5, 0.5},  {3, 0.3},  {15, 3.0}, {3, 0.3},
+                                                    {-4, 0.0}, {99, 5.0}, {20, 5.0}, {10, 1.0},
+                                                    {0, 0.0},  {12, 1.8}};
+    for (const auto& [time, expected] : kCases)
+        EXPECT_DOUBLE_EQ(track.at(time), expected) << "at " << time;
     EXPECT_FALSE(track.hasKeyAt(5));
     EXPECT_FALSE(track.hasKeyAt(21));
 }

@@ -68,8 +68,7 @@ TEST_F(Bindings, detectionTakesWhatTheInputNeeds)
 {
     struct Case
     {
-        const char* name;
-        const char* input;
+        const char *name, *input;
         std::vector<Move> moves;
         const char* prompt;
         const char* found;         ///< what the window says then

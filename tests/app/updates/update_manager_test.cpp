@@ -38,12 +38,7 @@ TEST(Versions, compareByNumbers)
 
 TEST(Versions, aReplyIsReadWholeOrRefused)
 {
-    struct Case
-    {
-        const char* reply;
-        int entries; ///< -1: refused
-    };
-    const Case cases[] = {
+    const std::pair<const char*, int> cases[] = {
         {"<versions/>", 0},
         {"<v><entry><version> 1.0 </version></entry></v>", 1},
         {"<v><entry><changelog>no version</changelog></entry></v>", 0},
@@ -53,10 +48,10 @@ TEST(Versions, aReplyIsReadWholeOrRefused)
         {"rubbish", -1},
         {"", -1},
     };
-    for (const Case& c : cases) {
-        const auto read = readVersions(c.reply);
-        EXPECT_EQ(read ? static_cast<int>(read->size()) : -1, c.entries) << c.reply;
-        EXPECT_NE(static_cast<bool>(read), !read.reason().empty()) << c.reply;
+    for (const auto& [reply, entries] : cases) {
+        const auto read = readVersions(reply);
+        EXPECT_EQ(read ? static_cast<int>(read->size()) : -1, entries) << reply;
+        EXPECT_NE(static_cast<bool>(read), !read.reason().empty()) << reply;
     }
 }
 

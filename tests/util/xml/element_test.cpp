@@ -128,8 +128,7 @@ TEST(XmlElement, RemovesTheFirstEqualChild)
 
 struct EqualCase
 {
-    const char* a;
-    const char* b;
+    const char *a, *b;
     bool isEqual;
 };
 

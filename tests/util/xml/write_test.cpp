@@ -78,9 +78,7 @@ TEST(XmlWrite, EachByteAtEachPlaceComesBack)
 
 struct LayoutCase
 {
-    const char* name;
-    const char* text;
-    const char* written;
+    const char *name, *text, *written;
 };
 
 constexpr LayoutCase kLayoutCases[] = {
