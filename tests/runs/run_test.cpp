@@ -8,7 +8,10 @@ TEST_F(RunTest, LaysAKeyAtTheStartAndAtEachFrame)
 {
     open();
     core::Instance& tool = create("Sinusoid");
+    core::Instance& rests = create("Sinusoid");
+    rests.reference()->setState(core::Column::Run, core::ColumnState::Off, false);
     record(2.0);
+    EXPECT_TRUE(node(rests, "SinusNode").poseKeyTimes().empty()) << "is switched off";
     const Keys keys = keysOf(node(tool, "SinusNode"));
     ASSERT_EQ(keys.times.size(), 51u);
     for (int frame = 0; frame <= 50; ++frame) {
