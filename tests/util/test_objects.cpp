@@ -1,7 +1,6 @@
 #include "util/composite.h"
 #include "util/dynamicobject.h"
 #include "util/factory.h"
-#include "util/singleton.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,33 +22,8 @@ protected:
     void SetUp() override { events.clear(); }
 };
 
-using Singletons = ObjectsTest;
 using Composites = ObjectsTest;
 using Factories = ObjectsTest;
-
-class Core : public Singleton<Core>
-{
-public:
-    int runs = 0;
-
-private:
-    friend Singleton<Core>;
-    Core() { events.push_back("begin"); }
-    ~Core() { events.push_back(&instance() == this ? "end" : "another one"); }
-};
-
-TEST_F(Singletons, canEndAndBeginAgain)
-{
-    EXPECT_FALSE(Core::exists());
-    Core::end(); // nothing to end
-    Core::instance().runs = 3;
-    EXPECT_EQ(Core::instance().runs, 3);
-    Core::end();
-    EXPECT_FALSE(Core::exists());
-    EXPECT_EQ(Core::instance().runs, 0);
-    Core::end();
-    EXPECT_THAT(events, ElementsAre("begin", "end", "begin", "end"));
-}
 
 /// A node that writes down its hooks.
 class Branch : public DynamicObject, public Composite_Dynamic<Branch>

@@ -116,43 +116,6 @@ TEST(KeyTrack, FollowsAModelThroughRandomEdits)
     }
 }
 
-TEST(KeyTrack, TakesAreSwappedBackAndForth)
-{
-    struct Case
-    {
-        const char* name;
-        Flicks from; ///< the second take starts behind this key of the first, which has 100,000
-        Flicks end;
-    };
-    constexpr Case kCases[] = {{"retake from the start", 0, 100'000},
-                               {"punch-in over the middle, to beyond the end", 50'000, 130'000},
-                               {"punch-in over the middle, broken off", 50'000, 50'010},
-                               {"continued at the end", 99'999, 120'000}};
-    for (const Case& c : kCases) {
-        SCOPED_TRACE(c.name);
-        Track track;
-        fill(track, 0, 100'000, 1.0);
-        Track::Content before = track.content();
-        track.cutBehind(c.from);
-        fill(track, c.from + 1, c.end, 2.0);
-        for (int round = 0; round < 2; ++round) {
-            track.exchange(before); // undo
-            ASSERT_EQ(track.size(), 100'000U);
-            EXPECT_EQ(track.at(c.from + 1 < 100'000 ? c.from + 1 : 0), 1.0);
-            EXPECT_EQ(track.lastTime(), 99'999);
-            track.exchange(before); // redo
-            ASSERT_EQ(track.size(), static_cast<std::size_t>(c.end));
-            EXPECT_EQ(track.at(c.from), 1.0) << "the key at the start of the take stands";
-            EXPECT_EQ(track.at(c.from + 1), 2.0);
-            EXPECT_EQ(track.lastTime(), c.end - 1);
-        }
-        track.exchange(before);
-        fill(track, 100'000, 100'100, 3.0); // goes on after an undo
-        track.exchange(before);
-        EXPECT_EQ(track.lastTime(), c.end - 1) << "what was undone is not touched by it";
-    }
-}
-
 TEST(KeyTrack, KeysReplacedInARememberedStateReadAsTheyWereWritten)
 {
     Track track;

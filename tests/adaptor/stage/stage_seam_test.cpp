@@ -302,49 +302,6 @@ TEST_F(StageSeam, ALongTakeIsUndoneAtOnce)
     EXPECT_LT(taken.count(), 0.02) << "seconds; a copy of the keys takes as long";
 }
 
-TEST_F(StageSeam, ATickAllocatesNothing)
-{
-    const CMesh mesh = tests::square(1.0);
-    NodeHandle& body = helper(tool, "Body");
-    NodeHandle& wheel = helper(tool, "Wheel", &body);
-    auto& camera = *stage.createMeshNode(&tool, "Camera", &body, &mesh, nodekind::camera);
-    auto& ground = *stage.createMeshNode(&other, "Ground", nullptr, &mesh, nodekind::shape);
-    stage.setRange({0, 100});
-    stage.beginUndo("Record");
-    std::vector<CInterface*> running{&tool};
-    stage.beginRun(running);
-    double distance = 0;
-    const auto tick = [&](int frame) {
-        const double time = frame * 0.04;
-        stage.setTime(time);
-        for (core::CoreNode* node :
-             {static_cast<core::CoreNode*>(&body), static_cast<core::CoreNode*>(&wheel), &camera}) {
-            CSnapshot* const before = node->getSnapshot(time - 0.04);
-            CSnapshot* const now = node->getSnapshot(time);
-            Matrix4 pose;
-            before->getGlobal(pose);
-            setTranslation(pose, translationOf(pose) + Vector3d{0.1, 0, 0});
-            now->setGlobal(pose);
-            node->releaseSnapshot(before);
-            node->releaseSnapshot(now);
-        }
-        CSnapshot_Lens* const lens = camera.getLensSnapshot(time);
-        lens->setFieldOfView(40 + frame * 0.01);
-        camera.releaseLensSnapshot(lens);
-        CSnapshot_Mesh* const shape = ground.getMeshSnapshot(time);
-        EXPECT_TRUE(shape->rayCast({0, 1, 0}, {0, -1, 0}, &distance, nullptr));
-        ground.releaseMeshSnapshot(shape);
-    };
-    tick(1);
-    const std::size_t before = test::allocationCount();
-    for (int frame = 2; frame < 2400; ++frame)
-        tick(frame);
-    EXPECT_EQ(test::allocationCount(), before);
-    stage.endRun();
-    stage.endUndo();
-    EXPECT_EQ(body.node().poseKeys().size(), 2400U);
-}
-
 TEST_F(StageSeam, TimeScaleRunsOverTheBaseRate)
 {
     stage.setFramesPerSecond(30);
@@ -354,16 +311,6 @@ TEST_F(StageSeam, TimeScaleRunsOverTheBaseRate)
         EXPECT_EQ(stage.getFramesPerSecond(), 30.0);
         EXPECT_EQ(stage.getFrameDuration(), 1.0 / 30.0);
     }
-}
-
-TEST_F(StageSeam, ErrorsAreKeptAndNeverBlock)
-{
-    std::string shown;
-    stage.hooks.showError = [&](const std::string& text, const std::string&) { shown = text; };
-    stage.showError("It broke.", "Error");
-    ASSERT_EQ(stage.messages().size(), 1U);
-    EXPECT_EQ(stage.messages()[0].title, "Error");
-    EXPECT_EQ(shown, "It broke.");
 }
 
 TEST_F(StageSeam, ClearingAndShutdownLeaveNothingOfTheTools)

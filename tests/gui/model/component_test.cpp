@@ -334,21 +334,6 @@ TEST_F(Model, aGraphsPixelsAndCopy)
               (std::vector<graph::GraphPoint>{{2.0, 0.0}}));
 }
 
-TEST_F(Model, everyTagHasItsOwnMessages)
-{
-    const std::pair<const char*, MessageRange> cases[] = {
-        {"button", {16704, 16768}},  {"textbox", {16768, 16832}}, {"listbox", {16832, 16896}},
-        {"spinner", {16896, 16960}}, {"tree", {17024, 17088}},    {"label", {0, 0}}};
-    for (const auto& [tag, expected] : cases) {
-        const ComponentPtr component = build("<" + std::string(tag) + "/>");
-        MessageRange range;
-        ReturnValue<MessageRange> out(range);
-        component->messageRange(out);
-        EXPECT_EQ(range, expected) << tag;
-        EXPECT_EQ(tagOf(component.get()), tag);
-    }
-}
-
 } // namespace
 
 } // namespace tvw::gui

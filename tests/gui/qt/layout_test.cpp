@@ -23,21 +23,6 @@ namespace {
 
 using Layout = GuiTest;
 
-TEST_F(Layout, limitsHoldEachForItself)
-{
-    QWidget host, child;
-    child.setMinimumSize(30, 80);
-    QBoxLayoutLimited layout(QBoxLayout::TopToBottom, &host);
-    layout.addWidget(&child);
-    layout.setLimits({40, 0}, {100, 50});
-    EXPECT_EQ(layout.minimumSize(), QSize(40, 50));
-    child.setMinimumSize(200, 20);
-    layout.invalidate();
-    EXPECT_EQ(layout.sizeHint(), QSize(100, 20));
-    layout.removeWidget(&child);
-    child.setParent(nullptr);
-}
-
 TEST_F(Layout, childrenEnterAtTheirPlace)
 {
     open("<list id='1'><label id='2' minheight='20'/><label id='4' minheight='20'/></list>");

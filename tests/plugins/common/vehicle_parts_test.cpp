@@ -176,17 +176,19 @@ TEST(FollowCamera, TrailsBehindAndArrives)
     EXPECT_NEAR(camera.second.translation.x, 1.0, 1e-9);
 }
 
+constexpr WheelMount kMount{.X = {1, 0, 0},
+                            .Y = {0, 1, 0},
+                            .Z = {0, 0, 1},
+                            .rest = {0, 0.25, 0},
+                            .radius = 0.25,
+                            .width = 0.2,
+                            .lift = 1.0,
+                            .bodyLength = 3.0,
+                            .gravityOn = true};
+
 TEST(WheelUnit, StandsOnThePlaneAndLetsGoOfIt)
 {
-    WheelMount mount{.X = {1, 0, 0},
-                     .Y = {0, 1, 0},
-                     .Z = {0, 0, 1},
-                     .rest = {0, 0.25, 0},
-                     .radius = 0.25,
-                     .width = 0.2,
-                     .lift = 1.0,
-                     .bodyLength = 3.0,
-                     .gravityOn = true};
+    WheelMount mount = kMount;
     struct Case
     {
         const char* name;
@@ -219,15 +221,8 @@ TEST(WheelUnit, LimitsOfZeroAreNone)
 {
     GroundSensor plane;
     WheelUnit wheel;
-    const WheelMount mount{.X = {1, 0, 0},
-                           .Y = {0, 1, 0},
-                           .Z = {0, 0, 1},
-                           .rest = {0, 5, 0},
-                           .radius = 0.25,
-                           .width = 0.2,
-                           .lift = 1.0,
-                           .bodyLength = 3.0,
-                           .gravityOn = true};
+    WheelMount mount = kMount;
+    mount.rest.y = 5.0;
     wheel.update(mount, {.fRelMaxBumperLen = 0.0, .dMaximumSpringChangeVelocityRel = 0.0}, plane,
                  0.04);
     EXPECT_NEAR(wheel.contact.centre.y, 0.25, 1e-12);

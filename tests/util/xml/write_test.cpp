@@ -114,17 +114,6 @@ TEST(XmlWrite, SeparatesAdjacentTexts)
     EXPECT_EQ(tag.fragment(), "<a>1 2<b/>3</a>\n");
 }
 
-TEST(XmlWrite, APlainElementIsNothing)
-{
-    Element plain;
-    plain.setName("x");
-    EXPECT_EQ(plain.fragment(), "");
-    Element tag = Tag("a");
-    tag.addChild(plain);
-    tag.addChild(Tag("b"));
-    EXPECT_EQ(tag.fragment(), "<a>\n\t<b/>\n</a>\n");
-}
-
 /// Built by hand a tree may be deeper than what is read: copying, writing and ending it must not
 /// need a stack as deep.
 TEST(XmlWrite, BearsAnyDepth)
