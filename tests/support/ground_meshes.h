@@ -89,6 +89,18 @@ inline CMesh soup(unsigned seed, int triangles, double size, bool withSlivers = 
     return mesh;
 }
 
+/// By the divergence theorem: positive only if the triangles face outward, and exact only if the
+/// surface is closed.
+inline double volume(const CMesh& mesh)
+{
+    double six = 0;
+    for (std::size_t i = 0; i + 2 < mesh.face.size(); i += 3) {
+        six += dot(mesh.vertex[mesh.face[i]],
+                   cross(mesh.vertex[mesh.face[i + 1]], mesh.vertex[mesh.face[i + 2]]));
+    }
+    return six / 6;
+}
+
 struct Nearest
 {
     double distance;

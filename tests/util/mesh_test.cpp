@@ -1,3 +1,4 @@
+#include "tests/support/ground_meshes.h"
 #include "util/base64.h"
 #include "util/datachunk.h"
 #include "util/mesh.h"
@@ -48,17 +49,7 @@ TEST(Mesh, BoxHasItsCornersAndFacesOutward)
     EXPECT_TRUE(box.isSound());
 }
 
-/// The volume by the divergence theorem: positive only if every triangle winds counterclockwise
-/// seen from outside, and exact only if the surface is closed.
-double volume(const CMesh& mesh)
-{
-    double six = 0;
-    for (std::size_t i = 0; i < mesh.face.size(); i += 3) {
-        six += dot(mesh.vertex[mesh.face[i]],
-                   cross(mesh.vertex[mesh.face[i + 1]], mesh.vertex[mesh.face[i + 2]]));
-    }
-    return six / 6;
-}
+using rgs::tests::volume;
 
 TEST(Mesh, ShapesAreClosed)
 {

@@ -6,6 +6,7 @@
 #include "plugins/common/target_follower.h"
 #include "plugins/common/vehicle_meshes.h"
 #include "plugins/common/wheel_unit.h"
+#include "tests/support/ground_meshes.h"
 
 #include <gtest/gtest.h>
 
@@ -231,31 +232,19 @@ TEST(WheelUnit, LimitsOfZeroAreNone)
 
 TEST(VehicleMeshes, AreSoundAndFaceOutward)
 {
-    struct Case
-    {
-        const char* name;
-        CMesh (*make)();
-    };
-    for (const Case& c : {Case{"body", &shape::carBody},
-                          {"wheel", &shape::wheel},
-                          {"relocator", &shape::wheelRelocator},
-                          {"centre", &shape::wheelCentre},
-                          {"suspension", &shape::wheelSuspension},
-                          {"plate", &shape::attachPlate},
-                          {"gravity", &shape::gravityArrow},
-                          {"force", &shape::forceArrow},
-                          {"steering wheel", &shape::steeringWheel},
-                          {"turn base", &shape::turnBase},
-                          {"base", &shape::basePlane}}) {
-        const CMesh mesh = c.make();
-        EXPECT_TRUE(mesh.isSound()) << c.name;
-        // The volume by the divergence theorem is positive when the triangles face outward.
-        double volume = 0.0;
-        for (std::size_t i = 0; i + 2 < mesh.face.size(); i += 3) {
-            const auto corner = [&](std::size_t k) { return mesh.vertex[mesh.face[i + k]]; };
-            volume += dot(corner(0), cross(corner(1), corner(2))) / 6;
-        }
-        EXPECT_GT(volume, 0.0) << c.name;
+    for (const auto& [name, make] : {std::pair("body", &shape::carBody),
+                                     {"wheel", &shape::wheel},
+                                     {"relocator", &shape::wheelRelocator},
+                                     {"centre", &shape::wheelCentre},
+                                     {"suspension", &shape::wheelSuspension},
+                                     {"plate", &shape::attachPlate},
+                                     {"gravity", &shape::gravityArrow},
+                                     {"force", &shape::forceArrow},
+                                     {"steering wheel", &shape::steeringWheel},
+                                     {"turn base", &shape::turnBase},
+                                     {"base", &shape::basePlane}}) {
+        EXPECT_TRUE(make().isSound()) << name;
+        EXPECT_GT(tests::volume(make()), 0.0) << name;
     }
 }
 
