@@ -224,6 +224,9 @@ TEST_F(ToolTree, DeletingTheRootDeletesWhatIsBelow)
     EXPECT_THAT(tree(), IsEmpty());
     EXPECT_TRUE(session->root().isAlive());
     make("Bus");
+    session->clear();
+    EXPECT_THAT(tree(), IsEmpty());
+    EXPECT_EQ(TinyTool::alive, 0) << "nor in the undo list";
     EXPECT_EQ(session->root().clone(), nullptr);
 }
 
@@ -404,23 +407,6 @@ TEST_F(ToolTree, AnOutputDrivesAnotherToolAndIsFoundAgainAfterUndo)
     push->bind(nullptr);
     EXPECT_EQ(bus.instance().loadInputProfile(profile), 0);
     EXPECT_EQ(push->control(), travel);
-}
-
-TEST_F(ToolTree, StartsAgainInOneProcess)
-{
-    for (int i = 0; i < 3; ++i) {
-        open();
-        make("Car");
-        remove(make("Bus"));
-        drive(*session, 0.1);
-        EXPECT_THAT(tree(), ElementsAre("Car"));
-        EXPECT_FALSE(stage::Session::start({.isolated = true})) << "one at a time";
-    }
-    make("Car");
-    session->clear();
-    EXPECT_THAT(tree(), IsEmpty());
-    EXPECT_EQ(TinyTool::alive, 0);
-    EXPECT_EQ(make("Car").getText(), "Car");
 }
 
 } // namespace tvw::rgs::core

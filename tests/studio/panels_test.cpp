@@ -51,6 +51,12 @@ protected:
         auto& table = *find<QWidget>("properties").findChild<QTableWidget*>();
         const QRect cell = table.visualItemRect(table.item(row, column));
         clickAt(table.viewport()->mapToGlobal(cell.center()));
+        typeOver(text);
+    }
+
+    /// Into what is edited in place.
+    void typeOver(const char* text)
+    {
         press("F2");
         press("ctrl+a");
         if (*text)
@@ -58,7 +64,7 @@ protected:
         else
             press("BackSpace");
         press("Return");
-        letRun(100);
+        letRun(150);
     }
 };
 
@@ -130,14 +136,7 @@ TEST_F(PanelsTest, TheSceneListRenamesAndKeepsItsPlace)
     const std::string first = scene().topLevel().front()->name();
     for (const auto& [typed, shown] :
          {std::pair{"Wheel", "Wheel"}, {"", "Wheel"}, {"  Axle ", "Axle"}}) {
-        press("F2");
-        press("ctrl+a");
-        if (*typed)
-            hand({"type", typed});
-        else
-            press("BackSpace");
-        press("Return");
-        letRun(150);
+        typeOver(typed);
         ASSERT_EQ(list.topLevelItem(250), item) << "the list was made anew";
         EXPECT_EQ(item->text(0), shown);
         EXPECT_EQ(scene().topLevel()[250]->name(), shown);

@@ -104,6 +104,14 @@ public:
         return nodes;
     }
 
+    std::vector<core::CoreNode*> all()
+    {
+        std::vector<core::CoreNode*> nodes;
+        ReturnValue<std::vector<core::CoreNode*>> out(nodes);
+        stage.getAllNodes(out);
+        return nodes;
+    }
+
     Stage stage;
 };
 

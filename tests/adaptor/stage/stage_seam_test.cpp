@@ -29,13 +29,6 @@ protected:
         snapshot->setGlobal(pose);
         node.releaseSnapshot(snapshot);
     }
-    std::vector<core::CoreNode*> all()
-    {
-        std::vector<core::CoreNode*> nodes;
-        ReturnValue<std::vector<core::CoreNode*>> out(nodes);
-        stage.getAllNodes(out);
-        return nodes;
-    }
     void take(FakeTool& owner, double from, int frames, double x);
 
     FakeTool tool{"Car"};

@@ -187,21 +187,6 @@ TEST_F(Model, findLooksAtTheChildrenBeforeTheirs)
     EXPECT_EQ(toButton(root->findById(99)), nullptr);
 }
 
-TEST_F(Model, theTooltipLineIsTheNearestAncestors)
-{
-    const ComponentPtr root =
-        build("<dialog tooltipid='108'><list><label id='108'/><list tooltipid='-2'><button id='1'/>"
-              "</list><button id='2'/><list tooltipid='3'><button id='4'/><label id='3'/></list>"
-              "</list></dialog>");
-    const auto lineOf = [&](int id) { return tooltipLabel(*root->findById(id)); };
-    EXPECT_EQ(lineOf(2), root->findById(108));
-    EXPECT_EQ(lineOf(1), nullptr) << "switched off";
-    EXPECT_EQ(lineOf(4), root->findById(3));
-    root->setTooltipId(3);
-    EXPECT_EQ(lineOf(2), root->findById(3));
-    EXPECT_EQ(root->findById(1)->parent()->tooltipId(), -2) << "has its own";
-}
-
 TEST_F(Model, variablesExpandFromTheInside)
 {
     const ComponentPtr root = build("<dialog><list><label/></list></dialog>");
@@ -259,19 +244,6 @@ TEST_F(Model, flagsCountWithThoseOfTheAncestors)
     root->setEnabled(false, true);
     root->setEnabled(true, false);
     EXPECT_FALSE(label.isEnabled()) << "disabling went down, enabling did not";
-}
-
-TEST_F(Model, thePopupComesFromTheNearestThatHasItems)
-{
-    const ComponentPtr root =
-        build("<list><popup><item id='1'/></popup><list><popup/><label id='1'/></list></list>");
-    Component& label = *root->findById(1);
-    EXPECT_EQ(label.effectivePopup().child("item").attributeValue("id"), "1");
-    Element own;
-    ASSERT_EQ(own.parse("<popup><item id='2'/></popup>"), 0);
-    label.setPopup(own);
-    EXPECT_EQ(label.effectivePopup().child("item").attributeValue("id"), "2");
-    EXPECT_TRUE(label.popup().isEmpty()) << "what is written is what was read";
 }
 
 TEST_F(Model, sidesHaveTwoOrders)

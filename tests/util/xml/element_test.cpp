@@ -20,19 +20,6 @@ const char* const kCar = "<car id='1'><wheel r='0.3'>front</wheel><wheel/><!x></
 const char* const kCarWritten =
     "<car id=\"1\">\n\t<wheel r=\"0.3\">front</wheel>\n\t<wheel/>\n<!-- x-- >\n</car>\n";
 
-TEST(XmlElement, CopiesAreDeep)
-{
-    Element original = parsed(kCar);
-    Element copy = original;
-    copy.findChild("wheel")->setAttribute("r", "0.4");
-    copy.findChild("wheel")->mutableChildAt(0).setName("rear");
-    copy.attribute("id") = "2";
-    EXPECT_EQ(original.fragment(), kCarWritten);
-    original = Tag("other");
-    EXPECT_EQ(copy.fragment(), "<car id=\"2\">\n\t<wheel r=\"0.4\">rear</wheel>\n\t<wheel/>\n"
-                               "<!-- x-- >\n</car>\n");
-}
-
 TEST(XmlElement, ReferencesToChildrenOutliveSiblingsAndAMove)
 {
     Element root = Tag("root");
