@@ -1,6 +1,5 @@
 #include "device_fixture.h"
 
-#include <limits>
 #include <vector>
 
 namespace tvw::unidevice {
@@ -280,18 +279,6 @@ TEST_F(DeviceTest, KeysCountWhileTheKeyboardIsAcquired)
     hub().releaseAll();
     keys->keyEvent(32, true);
     EXPECT_EQ(space->current, 0.0);
-}
-
-TEST_F(DeviceTest, AScriptedPadReadsOnlyWhatItHas)
-{
-    auto* const pad = new ScriptedDevice("Pad", {.axes = 1});
-    EXPECT_TRUE(pad->set("Axis", 0, 0.25));
-    EXPECT_EQ(pad->controlAt(0)->value(), 0.0) << "not before the update";
-    EXPECT_FALSE(pad->set("Axis", 1, 1.0));
-    EXPECT_FALSE(pad->set("Button", 0, 1.0));
-    EXPECT_FALSE(pad->set("Axis", 0, std::numeric_limits<double>::quiet_NaN()));
-    hub().updateAll();
-    EXPECT_EQ(pad->controlAt(0)->value(), 0.25);
 }
 
 } // namespace
