@@ -1,5 +1,6 @@
 #include "device_fixture.h"
 
+#include <limits>
 #include <vector>
 
 namespace tvw::unidevice {
@@ -106,6 +107,8 @@ TEST_F(DeviceTest, WhereALeverStandsAtTheBeginningIsNoMovement)
 {
     auto* const pad = new ScriptedDevice("Pad", {.axes = 1});
     pad->set("Axis", 0, -1.0);
+    EXPECT_FALSE(pad->set("Axis", 0, std::numeric_limits<double>::quiet_NaN()));
+    EXPECT_FALSE(pad->set("Axis", 1, 1.0)) << "it has one";
     hub().resetAll();
     EXPECT_TRUE(hub().prepareAll());
     EXPECT_EQ(hub().detectControl(nullptr), nullptr);
