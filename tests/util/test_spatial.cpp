@@ -22,25 +22,14 @@ Quatd about(int axis, double angle)
     return fromRotationVector(r);
 }
 
-void expectNear(const Vector3d& actual, const Vector3d& expected, double tolerance = kTiny)
+/// Vectors, quaternions and matrices are their doubles in a row.
+template <class T>
+void expectNear(const T& actual, const T& expected, double tolerance = kTiny)
 {
-    EXPECT_NEAR(actual.x, expected.x, tolerance);
-    EXPECT_NEAR(actual.y, expected.y, tolerance);
-    EXPECT_NEAR(actual.z, expected.z, tolerance);
-}
-
-void expectNear(const Quatd& actual, const Quatd& expected, double tolerance = kTiny)
-{
-    EXPECT_NEAR(actual.x, expected.x, tolerance);
-    EXPECT_NEAR(actual.y, expected.y, tolerance);
-    EXPECT_NEAR(actual.z, expected.z, tolerance);
-    EXPECT_NEAR(actual.w, expected.w, tolerance);
-}
-
-void expectNear(const Matrix4& actual, const Matrix4& expected, double tolerance = kTiny)
-{
-    for (int i = 0; i < 16; ++i) {
-        EXPECT_NEAR(actual[i], expected[i], tolerance) << "element " << i;
+    const auto* const a = reinterpret_cast<const double*>(&actual);
+    const auto* const e = reinterpret_cast<const double*>(&expected);
+    for (std::size_t i = 0; i < sizeof(T) / sizeof(double); ++i) {
+        EXPECT_NEAR(a[i], e[i], tolerance) << "element " << i;
     }
 }
 

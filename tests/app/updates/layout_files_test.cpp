@@ -170,6 +170,16 @@ TEST_F(LayoutFiles, everyToolHasItsImages)
     EXPECT_EQ(pictures.size(), tools) << "two tools look the same";
 }
 
+TEST_F(LayoutFiles, codeFindsItsImages)
+{
+    for (const char* const name :
+         {"treeicons/tarvo_vehicle_tools", "treeicons/tarvo_camera_tools",
+          "treeicons/tarvo_accessory_tools", "treeicons/group", "treeicons/template",
+          "icon_inputs_wacom", "icon_inputs_connexion", "icon_inputs_gamepad",
+          "icon_inputs_keyboard", "tarvo_ico_16", "tarvo_ico_64", "ok", "warning"})
+        expectImage(coreImages() + "/" + name + ".png");
+}
+
 } // namespace
 
 } // namespace tvw::rgs::app
