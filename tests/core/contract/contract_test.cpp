@@ -54,6 +54,8 @@ TEST_F(ToolFile, ToolOperationsStandAtTheirPlaces)
     CCamera::CreateParam param("Noting_01");
     CCamera* const tool = plugin->create(param);
     ASSERT_TRUE(tool);
+    EXPECT_EQ(plugin->getDataFolder(), "NotingTool") << "the id, where a tool says nothing";
+    EXPECT_EQ(plugin->getVersion(), 23101);
     EXPECT_EQ(tool->plugin(), plugin);
     EXPECT_EQ(tool->name(), "Noting_01");
 
