@@ -27,12 +27,7 @@ protected:
 
 TEST_F(ToolLibrary, AnswersWhyAFileBroughtNothing)
 {
-    struct Case
-    {
-        std::string path;
-        int status;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, int> cases[] = {
         {"/nowhere/pear.so", 30},
         {user.write("text.so", "no module"), 30},
         {toolFile("noversion"), 31},
@@ -52,10 +47,10 @@ TEST_F(ToolLibrary, AnswersWhyAFileBroughtNothing)
         {user.write("none.prm", "<RGT></RGT>"), 34},
         {user.write("type.prm", "<RGT_Plugin><type>Pear</type></RGT_Plugin>"), 34},
     };
-    for (const Case& row : cases) {
+    for (const auto& [path, status] : cases) {
         const std::size_t before = libraries().libraries().size();
-        EXPECT_EQ(static_cast<int>(libraries().load(row.path)), row.status) << row.path;
-        EXPECT_EQ(libraries().libraries().size(), before + (row.status == 0)) << row.path;
+        EXPECT_EQ(static_cast<int>(libraries().load(path)), status) << path;
+        EXPECT_EQ(libraries().libraries().size(), before + (status == 0)) << path;
     }
     EXPECT_EQ(libraries().findTool("Sinusoid")->library()->name(), "Core")
         << "the built-in one stays";

@@ -41,11 +41,7 @@ std::string one(const std::string& kind, const char* a)
 constexpr double kInfinite = std::numeric_limits<double>::infinity();
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
-struct Case
-{
-    std::string xml;
-    double expected;
-};
+using Case = std::pair<std::string, double>; // a script, and what it comes to
 
 } // namespace
 
@@ -84,10 +80,10 @@ TEST_F(MathScripts, evaluateEachKind)
         {"<sum/>", 0.0},
         {"<sum><constant>1</constant><constant>2</constant><constant>4</constant></sum>", 7.0},
     };
-    for (const Case& row : cases) {
-        const Script made = script(row.xml);
-        ASSERT_TRUE(made) << row.xml;
-        EXPECT_DOUBLE_EQ(made->evaluate(), row.expected) << row.xml;
+    for (const auto& [xml, expected] : cases) {
+        const Script made = script(xml);
+        ASSERT_TRUE(made) << xml;
+        EXPECT_DOUBLE_EQ(made->evaluate(), expected) << xml;
     }
 }
 
@@ -104,12 +100,12 @@ TEST_F(MathScripts, countMissingOperandsAsZeroAndLeaveOutUnknownOnes)
         {"<sum><pear/><constant>2</constant></sum>", 2.0},
         {"<add><constant>1</constant><constant>2</constant><constant>4</constant></add>", 3.0},
     };
-    for (const Case& row : cases) {
-        const double value = script(row.xml)->evaluate();
-        if (std::isnan(row.expected))
-            EXPECT_TRUE(std::isnan(value)) << row.xml;
+    for (const auto& [xml, expected] : cases) {
+        const double value = script(xml)->evaluate();
+        if (std::isnan(expected))
+            EXPECT_TRUE(std::isnan(value)) << xml;
         else
-            EXPECT_EQ(value, row.expected) << row.xml;
+            EXPECT_EQ(value, expected) << xml;
     }
     EXPECT_FALSE(script("<pear/>"));
 }
@@ -123,10 +119,10 @@ TEST_F(MathScripts, readParametersOfTheRootAlone)
         {"<parameter>-1</parameter>", 0.0},
         {"<neg><sum><mul><parameter>1</parameter><constant>2</constant></mul></sum></neg>", -40.0},
     };
-    for (const Case& row : cases) {
-        const Script made = script(row.xml);
+    for (const auto& [xml, expected] : cases) {
+        const Script made = script(xml);
         made->parameters() = {10.0, 20.0, 30.0};
-        EXPECT_EQ(made->evaluate(), row.expected) << row.xml;
+        EXPECT_EQ(made->evaluate(), expected) << xml;
     }
 
     // A part of a tree reads the whole tree's values; by itself it has none.

@@ -31,12 +31,7 @@ private:
 TEST(Paths, OfEachKind)
 {
     const Variable root("RIGSTAGE_ROOT", "/opt/tarvo");
-    struct Case
-    {
-        const char* kind;
-        const char* path;
-    };
-    constexpr Case kCases[] = {
+    constexpr std::pair<const char*, const char*> kCases[] = {
         {"data", ":/rigstage/data"},
         {"plugin", "/opt/tarvo/rigstage/plugins/linux/x64"},
         {"doc", "/opt/tarvo/rigstage/doc"},
@@ -47,8 +42,8 @@ TEST(Paths, OfEachKind)
         {"pear", "/opt/tarvo"},
         {"DATA", "/opt/tarvo"},
     };
-    for (const Case& row : kCases)
-        EXPECT_EQ(getPath(row.kind), row.path) << row.kind;
+    for (const auto& [kind, path] : kCases)
+        EXPECT_EQ(getPath(kind), path) << kind;
 }
 
 TEST(Paths, OfTheUserFollowTheChoice)
@@ -57,9 +52,7 @@ TEST(Paths, OfTheUserFollowTheChoice)
     const Variable folder("RIGSTAGE_USER", "/home/ann/tarvo");
     struct Case
     {
-        const char* chosen;
-        const char* user;
-        const char* settings;
+        const char *chosen, *user, *settings;
     };
     constexpr Case kCases[] = {
         {"", "/home/ann/tarvo", "/opt/tarvo/rigstage/settings.json"},
@@ -92,16 +85,12 @@ TEST(Paths, AreJoinedAndCutAsText)
 {
     EXPECT_EQ(joinPath("a", "b"), "ab");
     EXPECT_EQ(joinPath("", "/b"), "/b");
-    struct Case
-    {
-        const char* path;
-        const char* name;
-    };
-    constexpr Case kCases[] = {{"a/b.prm", "b.prm"}, {"a\\b.prm", "b.prm"},
-                               {"a\\b/c", "c"},      {"b.prm", "b.prm"},
-                               {"a/", ""},           {"", ""}};
-    for (const Case& row : kCases)
-        EXPECT_EQ(fileName(row.path), row.name) << row.path;
+    constexpr std::pair<const char*, const char*> kCases[] = {
+        {"a/b.prm", "b.prm"}, {"a\\b.prm", "b.prm"},
+        {"a\\b/c", "c"},      {"b.prm", "b.prm"},
+        {"a/", ""},           {"", ""}};
+    for (const auto& [path, name] : kCases)
+        EXPECT_EQ(fileName(path), name) << path;
 }
 
 TEST(Paths, ListsFilesOfAPattern)

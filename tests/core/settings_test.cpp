@@ -96,8 +96,7 @@ TEST(SettingsFile, TakesOneKeyAsText)
 {
     struct Case
     {
-        const char* key;
-        const char* text;
+        const char *key, *text;
         bool taken;
         const char* after;
     };

@@ -53,12 +53,7 @@ std::string tiny(const std::string& name, const std::string& inside = {})
 
 TEST_F(ToolRecord, AcceptsEachRootAndSkipsUnknownTypes)
 {
-    struct Case
-    {
-        std::string xml;
-        std::vector<std::string> made;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, std::vector<std::string>> cases[] = {
         {tiny("A"), {"A"}},
         {"<RGT>" + tiny("A") + tiny("B") + "</RGT>", {"A", "B"}},
         {"<rgs>" + tiny("A", tiny("B")) + "</rgs>", {"A", "A/B"}},
@@ -74,11 +69,10 @@ TEST_F(ToolRecord, AcceptsEachRootAndSkipsUnknownTypes)
         {"<RGT_Plugin compressed=\"1\"></RGT_Plugin>", {}},
         {"<RGT_Plugin compressed=\"yes\"><type>Tiny</type><name>A</name></RGT_Plugin>", {"A"}},
     };
-    for (const Case& row : cases) {
-        InstanceReference* const first = read(row.xml);
-        EXPECT_EQ(tree(), row.made) << row.xml;
-        EXPECT_EQ(first ? first->getText() : "", row.made.empty() ? "" : row.made.front())
-            << row.xml;
+    for (const auto& [xml, made] : cases) {
+        InstanceReference* const first = read(xml);
+        EXPECT_EQ(tree(), made) << xml;
+        EXPECT_EQ(first ? first->getText() : "", made.empty() ? "" : made.front()) << xml;
         session->clear();
     }
     EXPECT_FALSE(session->createFromXml("<RGT>" + tiny("A"))) << "breaks off";

@@ -79,8 +79,7 @@ TEST_F(ToolTree, AFailedMakingLeavesNothing)
 {
     struct Case
     {
-        const char* name;
-        const char* type;
+        const char *name, *type;
         tests::TinyFaults faults;
     };
     const Case cases[] = {
@@ -105,18 +104,13 @@ TEST_F(ToolTree, RenamesTheToolAndItsNodes)
 {
     InstanceReference& car = make("Car");
     make("Bus");
-    struct Case
-    {
-        const char* wanted;
-        const char* name;
-    };
-    constexpr Case kCases[] = {
+    constexpr std::pair<const char*, const char*> kCases[] = {
         {"Car", "Car"}, {"Bus", "Bus_01"}, {"Van", "Van"}, {"", "Tiny"}, {"12", "12"}};
-    for (const Case& row : kCases) {
-        car.rename(row.wanted);
-        EXPECT_EQ(car.getText(), row.name) << row.wanted;
-        EXPECT_EQ(car.instance().Device::name(), row.name) << "the device too";
-        EXPECT_EQ(nodesOf(car).front(), std::string(row.name) + "_Base");
+    for (const auto& [wanted, name] : kCases) {
+        car.rename(wanted);
+        EXPECT_EQ(car.getText(), name) << wanted;
+        EXPECT_EQ(car.instance().Device::name(), name) << "the device too";
+        EXPECT_EQ(nodesOf(car).front(), std::string(name) + "_Base");
     }
     for (int i = 0; i < 5; ++i)
         scene().hostUndo();
@@ -230,6 +224,9 @@ TEST_F(ToolTree, DeletingTheRootDeletesWhatIsBelow)
     EXPECT_THAT(tree(), IsEmpty());
     EXPECT_TRUE(session->root().isAlive());
     make("Bus");
+    session->clear();
+    EXPECT_THAT(tree(), IsEmpty());
+    EXPECT_EQ(TinyTool::alive, 0) << "nor in the undo list";
     EXPECT_EQ(session->root().clone(), nullptr);
 }
 
@@ -410,23 +407,6 @@ TEST_F(ToolTree, AnOutputDrivesAnotherToolAndIsFoundAgainAfterUndo)
     push->bind(nullptr);
     EXPECT_EQ(bus.instance().loadInputProfile(profile), 0);
     EXPECT_EQ(push->control(), travel);
-}
-
-TEST_F(ToolTree, StartsAgainInOneProcess)
-{
-    for (int i = 0; i < 3; ++i) {
-        open();
-        make("Car");
-        remove(make("Bus"));
-        drive(*session, 0.1);
-        EXPECT_THAT(tree(), ElementsAre("Car"));
-        EXPECT_FALSE(stage::Session::start({.isolated = true})) << "one at a time";
-    }
-    make("Car");
-    session->clear();
-    EXPECT_THAT(tree(), IsEmpty());
-    EXPECT_EQ(TinyTool::alive, 0);
-    EXPECT_EQ(make("Car").getText(), "Car");
 }
 
 } // namespace tvw::rgs::core

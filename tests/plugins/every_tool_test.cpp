@@ -3,7 +3,7 @@
 #include "core/tool.h"
 #include "core/tool_record.h"
 #include "plugins/tool_table.h"
-#include "tests/plugins/allocation_count.h"
+#include "tests/adaptor/stage/counting_new.h"
 #include "tests/runs/run_fixture.h"
 #include "util/random.h"
 
@@ -146,7 +146,7 @@ TEST_P(EveryTool, AllocatesNothingInATick)
         Counter(std::uint64_t& before, std::uint64_t& total) : before_(before), total_(total) {}
         void frameDone(double, const std::vector<core::Instance*>&) override
         {
-            total_ += allocationCount() - before_;
+            total_ += test::allocationCount() - before_;
         }
 
     private:
@@ -157,7 +157,7 @@ TEST_P(EveryTool, AllocatesNothingInATick)
     const auto hand = sweep();
     record(2.0, [&](double t) {
         hand(t);
-        before = allocationCount();
+        before = test::allocationCount();
     });
     session->core().records().removeObserver(&counter);
     EXPECT_EQ(inTicks, 0u) << "in a retake, whose storage is there";

@@ -137,6 +137,7 @@ class Runs(StageCase):
         self.stage.record(1.0, hand)
         take = self.poses()
         self.assertEqual(len(take), 26)
+        self.assertEqual(self.input.recorded[-1][1], 1.0)  # the foot stays where it was
         self.stage.resimulate(0.0, 1.0)
         self.assertEqual(self.poses(), take)
 

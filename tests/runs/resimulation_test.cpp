@@ -26,17 +26,6 @@ protected:
     std::function<void(double)> hand_;
 };
 
-TEST_F(Resimulation, RepeatsAWholeTakeAnyNumberOfTimes)
-{
-    record(3.0, hand_);
-    const auto take = allKeys();
-    for (int pass = 0; pass < 3; ++pass) {
-        session->stage().setTime(0.3 * pass); // the user scrubs in between
-        resimulate(0.0, 3.0);
-        ASSERT_EQ(allKeys(), take) << "pass " << pass;
-    }
-}
-
 TEST_F(Resimulation, RepeatsATakePunchedIntoTheMiddleOfAnother)
 {
     record(3.0, hand_);

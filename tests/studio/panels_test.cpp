@@ -51,6 +51,12 @@ protected:
         auto& table = *find<QWidget>("properties").findChild<QTableWidget*>();
         const QRect cell = table.visualItemRect(table.item(row, column));
         clickAt(table.viewport()->mapToGlobal(cell.center()));
+        typeOver(text);
+    }
+
+    /// Into what is edited in place.
+    void typeOver(const char* text)
+    {
         press("F2");
         press("ctrl+a");
         if (*text)
@@ -58,7 +64,7 @@ protected:
         else
             press("BackSpace");
         press("Return");
-        letRun(100);
+        letRun(150);
     }
 };
 
@@ -127,24 +133,13 @@ TEST_F(PanelsTest, TheSceneListRenamesAndKeepsItsPlace)
     const QPoint place = list.viewport()->mapToGlobal(list.visualItemRect(item).center());
     clickAt(place);
     ASSERT_TRUE(waitFor([&] { return item->isSelected() && list.hasFocus(); }));
-    struct Row
-    {
-        const char* typed;
-        const char* shown;
-    };
     const std::string first = scene().topLevel().front()->name();
-    for (const Row& row : {Row{"Wheel", "Wheel"}, Row{"", "Wheel"}, Row{"  Axle ", "Axle"}}) {
-        press("F2");
-        press("ctrl+a");
-        if (*row.typed)
-            hand({"type", row.typed});
-        else
-            press("BackSpace");
-        press("Return");
-        letRun(150);
+    for (const auto& [typed, shown] :
+         {std::pair{"Wheel", "Wheel"}, {"", "Wheel"}, {"  Axle ", "Axle"}}) {
+        typeOver(typed);
         ASSERT_EQ(list.topLevelItem(250), item) << "the list was made anew";
-        EXPECT_EQ(item->text(0), row.shown);
-        EXPECT_EQ(scene().topLevel()[250]->name(), row.shown);
+        EXPECT_EQ(item->text(0), shown);
+        EXPECT_EQ(scene().topLevel()[250]->name(), shown);
     }
     // A change of the structure leaves it where it is.
     const int scrolled = list.visualItemRect(item).top();
@@ -185,16 +180,22 @@ TEST_F(PanelsTest, TheStarTellsWhetherTheFileIsBehind)
     press("ctrl+z");
     EXPECT_TRUE(waitFor([&] { return !window.isWindowModified(); }));
 
-    // What an input is bound to is no step of undo; closing asks all the same.
+    // What an input is bound to is no step of undo; closing asks all the same, and a new scene.
     car().properties().propertyAt(0)->bind(nullptr);
-    bool wasAsked = false;
-    whenAsked([&] {
-        wasAsked = true;
-        QApplication::activeModalWidget()->close();
-    });
-    window.close();
-    EXPECT_TRUE(wasAsked);
-    EXPECT_TRUE(window.isVisible());
+    for (const bool byClosing : {true, false}) {
+        bool wasAsked = false;
+        whenAsked([&] {
+            wasAsked = true;
+            QApplication::activeModalWidget()->close();
+        });
+        if (byClosing)
+            window.close();
+        else
+            press("ctrl+n");
+        EXPECT_TRUE(waitFor([&] { return wasAsked; })) << byClosing;
+        EXPECT_TRUE(window.isVisible());
+        EXPECT_NE(scene().find("Car_CarBodyMesh"), nullptr);
+    }
 }
 
 TEST_F(PanelsTest, ATakeHasTheSceneToItselfAndWhatIsHeldDrives)

@@ -5,8 +5,6 @@
 #include "tests/studio/studio_fixture.h"
 
 #include <QApplication>
-#include <QMenuBar>
-#include <QTimer>
 
 #include <cmath>
 #include <filesystem>
@@ -44,17 +42,6 @@ protected:
     {
         keys.erase(keys.upper_bound(end), keys.end());
         return keys;
-    }
-
-    QAction* action(const QString& text)
-    {
-        for (QAction* const menu : studio->window().menuBar()->actions()) {
-            for (QAction* const each : menu->menu()->actions()) {
-                if (each->text().startsWith(text))
-                    return each;
-            }
-        }
-        return nullptr;
     }
 };
 
@@ -138,33 +125,6 @@ TEST_F(TakeTest, CtrlZThrowsATakeAwayAndBeginsAnother)
     EXPECT_LE(keysOf(body()).size(), 1U) << "but for the new take's start";
     press("Escape");
     EXPECT_TRUE(waitFor([&] { return !core().isRunning(); }));
-}
-
-TEST_F(TakeTest, AsksBeforeWorkIsLost)
-{
-    openDemo();
-    EXPECT_FALSE(studio->window().isWindowModified());
-    scene().beginUndo("Move");
-    body().setLocal(Matrix4(), 0.0, false);
-    scene().endUndo();
-    EXPECT_TRUE(waitFor([&] { return studio->window().isWindowModified(); }));
-    bool wasAsked = false;
-    QTimer::singleShot(500, [&] {
-        QWidget* const box = QApplication::activeModalWidget();
-        wasAsked = box != nullptr;
-        if (box)
-            box->close(); // neither saves nor loses
-    });
-    action("&New")->trigger();
-    EXPECT_TRUE(wasAsked);
-    EXPECT_NE(scene().find("Car_CarBodyMesh"), nullptr);
-
-    const QString path = QString::fromStdString(folder.path() + "/saved.glb");
-    ASSERT_TRUE(stage::saveScene(studio->session(), path.toStdString()));
-    ASSERT_TRUE(studio->window().openFile(path));
-    EXPECT_FALSE(studio->window().isWindowModified());
-    EXPECT_EQ(studio->window().windowTitle(), "saved.glb[*] - Rigstage");
-    EXPECT_EQ(translationOf(body().local(0.0)), Vector3d());
 }
 
 } // namespace

@@ -1,20 +1,15 @@
 // The windows of the system from end to end, with real clicks and keys: create, name, group,
-// configure, bind, record, resimulate, undo.
-#include "adaptor/stage/tool_items.h"
+// bind, record, resimulate, undo.
 #include "app/main_dialog.h"
 #include "app/main_dialog_ids.h"
 #include "app/tool_lists.h"
 #include "core/core_implementation.h"
-#include "core/tool.h"
 #include "tests/studio/studio_fixture.h"
 #include "unidevice/scripted_device.h"
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QDoubleSpinBox>
 #include <QLineEdit>
-
-#include <filesystem>
 
 namespace tvw::rgs::tests {
 namespace {
@@ -110,38 +105,6 @@ TEST_F(WindowsTest, AUserFindsHisWayFromAnEmptySceneToAResimulation)
     const core::InstanceReference* const entry = studio->session().tool("Racer");
     ASSERT_NE(entry, nullptr);
     EXPECT_NE(entry->parentItem(), &studio->session().root()) << "it is in the group";
-
-    // Half of the stiffness, under a profile of its own.
-    clickAt(rowOf("Racer"));
-    click(ofMain(app::id::configure));
-    const auto item = stage::findToolItem(*tool("Racer"), "Front Stiffness");
-    ASSERT_TRUE(item);
-    const double factory = item->node->value();
-    ASSERT_TRUE(waitFor([&] { return button("Save Profile As...") != nullptr; }));
-    QDoubleSpinBox* spinner = nullptr;
-    const QWidget* const window = button("Save Profile As...")->window();
-    ASSERT_TRUE(waitFor([&] { return window->isActiveWindow(); }));
-    for (auto* const each : window->findChildren<QDoubleSpinBox*>()) {
-        if (each->value() == factory && !spinner)
-            spinner = each;
-    }
-    ASSERT_NE(spinner, nullptr);
-    spinner->setFocus();
-    spinner->selectAll();
-    type(std::to_string(factory * 0.5).c_str());
-    press("Tab");
-    whenAsked([&] {
-        press("ctrl+a");
-        type("Soft");
-        press("Return");
-    });
-    press(button("Save Profile As..."));
-    EXPECT_EQ(item->node->value(), factory * 0.5);
-    EXPECT_TRUE(waitFor([&] {
-        return std::filesystem::exists(tool("Racer")->type()->getUserFolder() +
-                                       "/configprofiles/Soft.tvc");
-    }));
-    press(button("Close"));
 
     // The gas by a stick that is found when it moves, the brake by a key that is pressed.
     unidevice::ScriptedDevice& pad = studio->session().addDevice("Lever", {.axes = 2});

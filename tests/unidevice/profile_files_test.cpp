@@ -75,24 +75,15 @@ TEST_F(ProfileFiles, OfTwoProfilesInAFileOnlyTheNamedOneGoes)
     EXPECT_EQ(profiles.remove("B"), XMLFileManager::refused);
 }
 
-TEST_F(ProfileFiles, ASavedProfileIsThereForTheNextStart)
-{
-    EXPECT_EQ(profiles.store(makeProfile("Mine", 3), true, false), XMLFileManager::done);
-    Element file;
-    ASSERT_EQ(file.loadFile(user + "/Mine.tvi"), util::xml::code::ok);
-    EXPECT_EQ(file.name(), "unidevice");
-    EXPECT_EQ(profiles.store(makeProfile("Mine", 4), true, false), XMLFileManager::done);
-    profiles.rescan();
-    EXPECT_EQ(profiles.names(), Names{"Mine"});
-    EXPECT_EQ(multiplier("Mine"), "4");
-}
-
 TEST_F(ProfileFiles, SavingOverOneOfTwoLeavesTheOtherAndNoOldValues)
 {
     folder.write(user + "/both.tvi", kTwo);
     profiles.rescan();
     EXPECT_EQ(profiles.store(makeProfile("A", 7), true, false), XMLFileManager::done);
     EXPECT_EQ(profiles.store(makeProfile("both", 8), true, false), XMLFileManager::done);
+    Element file;
+    ASSERT_EQ(file.loadFile(user + "/A.tvi"), util::xml::code::ok);
+    EXPECT_EQ(file.name(), "unidevice");
     profiles.rescan();
     EXPECT_EQ(multiplier("A"), "7");
     EXPECT_EQ(multiplier("B"), "2");

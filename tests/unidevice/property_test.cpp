@@ -101,14 +101,6 @@ protected:
     std::string profileName = "before";
 };
 
-TEST_F(HandlerTest, ANameIsDeclaredOnce)
-{
-    EXPECT_EQ(inputs.addProperty("Gas", 1, factory), gas);
-    EXPECT_EQ(gas->kindMask(), 7u);
-    EXPECT_EQ(inputs.count(), 2);
-    EXPECT_EQ(inputs.findProperty("gas"), nullptr);
-}
-
 TEST_F(HandlerTest, AProfileReturnsAsItWasWritten)
 {
     auto* const pad = new ScriptedDevice("Pad", {.axes = 1});

@@ -11,13 +11,8 @@ namespace {
 
 using namespace std::string_literals;
 
-struct Case
-{
-    std::string bytes;
-    std::string text;
-};
 /// The first seven from RFC 4648, section 10.
-const Case kCases[] = {
+const std::pair<std::string, std::string> kCases[] = {
     {"", ""},
     {"f", "Zg=="},
     {"fo", "Zm8="},
@@ -32,9 +27,9 @@ const Case kCases[] = {
 
 TEST(Base64, BothWays)
 {
-    for (const Case& c : kCases) {
-        EXPECT_EQ(base64Encode(c.bytes), c.text);
-        EXPECT_EQ(base64Decode(c.text), c.bytes);
+    for (const auto& [bytes, text] : kCases) {
+        EXPECT_EQ(base64Encode(bytes), text);
+        EXPECT_EQ(base64Decode(text), bytes);
     }
 }
 

@@ -86,12 +86,7 @@ TEST(DataChunk, ReadsItsBinaryForm)
     EXPECT_TRUE(isEmpty(tree.member("c").member("of a missing one")));
 }
 
-struct Bad
-{
-    const char* name;
-    std::string block;
-};
-const Bad kBad[] = {
+const std::pair<const char*, std::string> kBad[] = {
     {"nothing", ""},
     {"half a header", head(0, 0, 0).substr(0, 11)},
     {"negative payload size", head(0xffffffff, 0, 1) + "x"},
@@ -108,8 +103,8 @@ const Bad kBad[] = {
 
 TEST(DataChunk, UnsoundBlocksGiveAnEmptyChunk)
 {
-    for (const Bad& c : kBad) {
-        EXPECT_TRUE(isEmpty(parse(c.block))) << c.name;
+    for (const auto& [name, block] : kBad) {
+        EXPECT_TRUE(isEmpty(parse(block))) << name;
     }
     EXPECT_TRUE(isEmpty(DataChunk(nullptr, 0)));
     EXPECT_TRUE(isEmpty(DataChunk(nullptr, 100)));

@@ -1,3 +1,4 @@
+#include "tests/support/plain_huffman.h"
 #include "util/huffman.h"
 
 #include <gmock/gmock.h>
@@ -5,8 +6,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
-#include <map>
 #include <random>
 #include <string>
 #include <utility>
@@ -41,8 +40,7 @@ std::string leaf(char value, std::uint32_t frequency)
 struct Case
 {
     const char* name;
-    std::string plain;
-    std::string block;
+    std::string plain, block;
 };
 
 /// Trees and bits worked out by hand.
@@ -72,8 +70,7 @@ const Case kReadOnly[] = {
     {"the stored order of equal frequencies decides", "abc",
      blockOf(3, 3, leaf('c', 1) + leaf('b', 1) + leaf('a', 1) + "\x0e")},
     // 5 and 9 pair to 14, which goes before the 20; these two pair to 34 behind the 1; the 1 and
-    // the
-    // 34 are the last two: d 0, c 11, a 100, b 101.
+    // the 34 are the last two: d 0, c 11, a 100, b 101.
     {"unsorted frequencies stay unsorted", "dcab",
      blockOf(4, 4, leaf('a', 5) + leaf('b', 9) + leaf('c', 20) + leaf('d', 1) + "\x4e\x01")},
     {"bytes behind the last code are ignored", "ab",
@@ -124,53 +121,6 @@ TEST(Huffman, RefusesBrokenBlocks)
     }
 }
 
-/// The format told once more, as plainly as can be: leaves in a row, two lightest joined, the sum
-/// put in front of the first heavier one. Codes as texts of 0 and 1.
-std::string readPlainly(const std::string& block)
-{
-    const auto number = [&block](std::size_t at) {
-        std::uint32_t value = 0;
-        std::memcpy(&value, block.data() + at, 4);
-        return value;
-    };
-    struct Tree
-    {
-        std::uint64_t weight;
-        std::vector<std::pair<std::string, char>> codes;
-    };
-    const std::uint32_t n = number(8);
-    std::vector<Tree> row;
-    for (std::uint32_t i = 0; i < n; ++i) {
-        row.push_back({number(17 + 5 * i), {{"", block[16 + 5 * i]}}});
-    }
-    while (row.size() > 1) {
-        Tree sum{row[0].weight + row[1].weight, {}};
-        for (const auto& [code, value] : row[0].codes) {
-            sum.codes.emplace_back("0" + code, value);
-        }
-        for (const auto& [code, value] : row[1].codes) {
-            sum.codes.emplace_back("1" + code, value);
-        }
-        row.erase(row.begin(), row.begin() + 2);
-        auto place = row.begin();
-        while (place != row.end() && place->weight <= sum.weight) {
-            ++place;
-        }
-        row.insert(place, sum);
-    }
-    const std::map<std::string, char> values(row[0].codes.begin(), row[0].codes.end());
-    std::string out;
-    std::string code;
-    for (std::size_t bit = 8 * (16 + 5 * n); out.size() < number(12); ++bit) {
-        code += (block.at(bit / 8) >> bit % 8 & 1) != 0 ? '1' : '0';
-        if (const auto found = values.find(code); found != values.end()) {
-            out += found->second;
-            code.clear();
-        }
-    }
-    return out;
-}
-
 /// Byte i occurs as often as Fibonacci's number i: the deepest tree that a length allows.
 std::string fibonacciBytes(int values)
 {
@@ -218,7 +168,7 @@ TEST(Huffman, KeepsBytesOfEveryKind)
     for (const std::string& input : inputs) {
         SCOPED_TRACE(input.size());
         const std::string block = compress(input);
-        EXPECT_TRUE(readPlainly(block) == input);
+        EXPECT_TRUE(test::PlainDecoder(block).decode() == input);
         const Result<std::string> plain = decompress(block);
         ASSERT_TRUE(plain) << plain.reason();
         EXPECT_TRUE(*plain == input);

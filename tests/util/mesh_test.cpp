@@ -1,3 +1,4 @@
+#include "tests/support/ground_meshes.h"
 #include "util/base64.h"
 #include "util/datachunk.h"
 #include "util/mesh.h"
@@ -48,17 +49,7 @@ TEST(Mesh, BoxHasItsCornersAndFacesOutward)
     EXPECT_TRUE(box.isSound());
 }
 
-/// The volume by the divergence theorem: positive only if every triangle winds counterclockwise
-/// seen from outside, and exact only if the surface is closed.
-double volume(const CMesh& mesh)
-{
-    double six = 0;
-    for (std::size_t i = 0; i < mesh.face.size(); i += 3) {
-        six += dot(mesh.vertex[mesh.face[i]],
-                   cross(mesh.vertex[mesh.face[i + 1]], mesh.vertex[mesh.face[i + 2]]));
-    }
-    return six / 6;
-}
+using rgs::tests::volume;
 
 TEST(Mesh, ShapesAreClosed)
 {
@@ -87,18 +78,6 @@ TEST(Mesh, CylinderOfThreeSides)
     EXPECT_EQ(mesh.face, expected);
     EXPECT_EQ(mesh.tface, expected);
     EXPECT_EQ(CMesh_Cylinder(0, 1, 1), CMesh());
-}
-
-TEST(Mesh, TransformedCopyMovesVerticesOnly)
-{
-    Matrix4 M;
-    M.setAxis(0, {0, 2, 0});
-    setTranslation(M, {10, 20, 30});
-    M.at(3, 3) = 2; // all divided by two in the end
-    const CMesh moved = transformed(triangle(), M);
-    EXPECT_EQ(moved.vertex[2], (Vector3d{10 / 2.0, (14 + 8 + 20) / 2.0, (9 + 30) / 2.0}));
-    EXPECT_EQ(moved.texcoord, triangle().texcoord);
-    EXPECT_EQ(moved.face, triangle().face);
 }
 
 TEST(Mesh, AssignmentThroughTheBaseReplacesTheArrays)
@@ -182,8 +161,7 @@ TEST(Mesh, ReadsNoMoreThanAChunkHolds)
     {
         const char* name;
         std::int32_t count;
-        std::size_t bytes;
-        std::size_t expected;
+        std::size_t bytes, expected;
     };
     constexpr Case kCases[] = {
         {"as told", 2, 48, 2},

@@ -193,12 +193,6 @@ TEST(Filters, springOfAnOrientationTurnsInItsOwnFrame)
     EXPECT_EQ(w, before);
 }
 
-TEST(Filters, lagStep)
-{
-    EXPECT_EQ(lagStep(3, 1, 2, 4), 1.25);
-    EXPECT_EQ(lagStep(3, 1, 0.5, 2), 3);
-}
-
 TEST(Filters, aSenselessStepEnds)
 {
     double x = 0.0;

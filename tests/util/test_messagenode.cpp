@@ -12,7 +12,6 @@ namespace tvw {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 using Log = std::vector<std::string>;
 
@@ -278,23 +277,6 @@ TEST_F(MessageNodes, replaceLinksTakesThoseOfTheOther)
     EXPECT_EQ(source->sourceCount(), 1u);
     EXPECT_TRUE(d->hasListener(c.get())); // and stay d's
     EXPECT_EQ(a->sourceCount(), 0u);
-}
-
-TEST(Message, endsItsAttachments)
-{
-    struct Attachment : DynamicObject
-    {
-        explicit Attachment(int& count) : ended(count) {}
-        ~Attachment() override { ++ended; }
-        int& ended;
-    };
-    int ended = 0;
-    {
-        Message message(1);
-        message.attachments.emplace_back(new Attachment(ended));
-        message.attachments.emplace_back(new Attachment(ended));
-    }
-    EXPECT_EQ(ended, 2);
 }
 
 } // namespace

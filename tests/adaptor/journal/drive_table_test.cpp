@@ -35,12 +35,7 @@ TEST(DriveTable, HoldsTheLatestLineAtOrBeforeATime)
 
 TEST(DriveTable, NamesTheLineOfWhatItCannotRead)
 {
-    struct Case
-    {
-        const char* text;
-        const char* reason;
-    };
-    constexpr Case kCases[] = {
+    constexpr std::pair<const char*, const char*> kCases[] = {
         {"", "the table is empty"},
         {"\n\r\n", "the table is empty"},
         {"time\n0\n", "line 1: names no input: the columns are a time and at least one input"},
@@ -55,10 +50,10 @@ TEST(DriveTable, NamesTheLineOfWhatItCannotRead)
         {"time,a\n0,1 2\n", "line 2: \"1 2\" is no number"},
         {"time,a\n1,0\n1,0\n", "line 3: the time 1 does not lie behind that of the line before"},
     };
-    for (const Case& c : kCases) {
-        const auto table = DriveTable::parse(c.text);
-        EXPECT_FALSE(table) << c.text;
-        EXPECT_EQ(table.reason(), c.reason) << c.text;
+    for (const auto& [text, reason] : kCases) {
+        const auto table = DriveTable::parse(text);
+        EXPECT_FALSE(table) << text;
+        EXPECT_EQ(table.reason(), reason) << text;
     }
 }
 

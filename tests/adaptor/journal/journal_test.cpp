@@ -5,6 +5,7 @@
 #include <csignal>
 #include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 namespace tvw::rgs::stage {
 namespace {

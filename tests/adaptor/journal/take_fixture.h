@@ -5,6 +5,7 @@
 #include "adaptor/stage/session.h"
 #include "core/instance.h"
 #include "core/instance_reference.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace tvw::rgs::stage {
@@ -21,9 +21,6 @@ namespace tvw::rgs::stage {
 class TakeTest : public testing::Test
 {
 protected:
-    TakeTest() { std::filesystem::create_directories(folder_); }
-    ~TakeTest() override { std::filesystem::remove_all(folder_); }
-
     std::unique_ptr<Session> start(bool isolated = false) const
     {
         auto session = Session::start({.userFolder = folder_, .isolated = isolated});
@@ -70,13 +67,11 @@ protected:
         const std::filesystem::path journal = folder_ + "/journal";
         if (!std::filesystem::exists(journal))
             return 0;
-        std::size_t count = 0;
-        for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(journal))
-            ++count;
-        return count;
+        return std::distance(std::filesystem::directory_iterator(journal), {});
     }
 
-    std::string folder_ = testing::TempDir() + "rigstage-take-" + std::to_string(::getpid());
+    tests::TemporaryFolder temporary_;
+    const std::string folder_ = temporary_.path();
 };
 
 } // namespace tvw::rgs::stage

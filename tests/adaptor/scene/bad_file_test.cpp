@@ -36,79 +36,66 @@ TEST_F(BadFiles, what_is_no_readable_file_is_refused)
     expectRefused(put("text.obj", ""), "text.obj");
 }
 
-/// Each stands in a .gltf with the nodes, buffers and so on that it names.
-struct Case
+/// A mesh of what the accessors say, and all that a file has ahead of it.
+const std::string kAsset = R"({"asset":{"version":"2.0"},)";
+const std::string kNodes = kAsset + R"("scenes":[{"nodes":[0]}],"nodes":)";
+const std::string kBuffer = kAsset + R"("buffers":[{"byteLength":)";
+const std::string kMesh = kAsset + R"("nodes":[{"mesh":0}],"meshes":[{"primitives":
+    [{"attributes":{"POSITION":0})";
+
+const struct
 {
     const char* name;
-    const char* json;
+    std::string json;
     const char* reason;
-};
-
-constexpr Case kCases[] = {
+} kCases[] = {
     {"another version", R"({"asset":{"version":"1.0"}})", "version 1.0"},
     {"no asset", R"({"nodes":[]})", "no glTF"},
-    {"a node below itself", R"({"asset":{"version":"2.0"},"scenes":[{"nodes":[0]}],
-        "nodes":[{"children":[1]},{"children":[0]}]})",
-     "below itself"},
-    {"a node below two", R"({"asset":{"version":"2.0"},"scenes":[{"nodes":[0,1]}],
+    {"a node below itself", kNodes + R"([{"children":[1]},{"children":[0]}]})", "below itself"},
+    {"a node below two", kAsset + R"("scenes":[{"nodes":[0,1]}],
         "nodes":[{"children":[2]},{"children":[2]},{}]})",
      "below two"},
-    {"a child that is none", R"({"asset":{"version":"2.0"},"scenes":[{"nodes":[0]}],
-        "nodes":[{"children":[7]}]})",
-     "out of range"},
-    {"a negative index", R"({"asset":{"version":"2.0"},"scenes":[{"nodes":[-1]}],"nodes":[{}]})",
-     "out of range"},
-    {"a list that is a text", R"({"asset":{"version":"2.0"},"nodes":"all"})", "no list"},
-    {"a name that is a number", R"({"asset":{"version":"2.0"},"nodes":[{"name":7}]})", "no text"},
-    {"a number too large", R"({"asset":{"version":"2.0"},"nodes":[{"translation":[1e999,0,0]}]})",
-     "JSON"},
-    {"two numbers of three", R"({"asset":{"version":"2.0"},"nodes":[{"translation":[1,0]}]})",
-     "2 numbers"},
-    {"an extension that we lack", R"({"asset":{"version":"2.0"},
-        "extensionsRequired":["KHR_draco_mesh_compression"]})",
+    {"a child that is none", kNodes + R"([{"children":[7]}]})", "out of range"},
+    {"a negative index", kAsset + R"("scenes":[{"nodes":[-1]}],"nodes":[{}]})", "out of range"},
+    {"a list that is a text", kAsset + R"("nodes":"all"})", "no list"},
+    {"a name that is a number", kAsset + R"("nodes":[{"name":7}]})", "no text"},
+    {"a number too large", kAsset + R"("nodes":[{"translation":[1e999,0,0]}]})", "JSON"},
+    {"two numbers of three", kAsset + R"("nodes":[{"translation":[1,0]}]})", "2 numbers"},
+    {"an extension that we lack",
+     kAsset + R"("extensionsRequired":["KHR_draco_mesh_compression"]})",
      "KHR_draco_mesh_compression"},
-    {"a buffer that is too short", R"({"asset":{"version":"2.0"},
-        "buffers":[{"byteLength":9,"uri":"data:;base64,AAAA"}]})",
-     "shorter"},
-    {"a buffer elsewhere", R"({"asset":{"version":"2.0"},
-        "buffers":[{"byteLength":9,"uri":"/dev/zero"}]})",
-     "elsewhere"},
-    {"a buffer that is a folder", R"({"asset":{"version":"2.0"},
-        "buffers":[{"byteLength":9,"uri":".."}]})",
-     "no file"},
-    {"a view that leaves its buffer", R"({"asset":{"version":"2.0"},"nodes":[{"mesh":0}],
-        "meshes":[{"primitives":[{"attributes":{"POSITION":0}}]}],
+    {"a buffer that is too short", kBuffer + R"(9,"uri":"data:;base64,AAAA"}]})", "shorter"},
+    {"a buffer elsewhere", kBuffer + R"(9,"uri":"/dev/zero"}]})", "elsewhere"},
+    {"a buffer that is a folder", kBuffer + R"(9,"uri":".."}]})", "no file"},
+    {"a view that leaves its buffer", kMesh + R"(}]}],
         "accessors":[{"bufferView":0,"componentType":5126,"count":1,"type":"VEC3"}],
         "bufferViews":[{"buffer":0,"byteOffset":4294967290,"byteLength":12}],
         "buffers":[{"byteLength":3,"uri":"data:;base64,AAAA"}]})",
      "leaves its buffer"},
-    {"a count beyond its view", R"({"asset":{"version":"2.0"},"nodes":[{"mesh":0}],
-        "meshes":[{"primitives":[{"attributes":{"POSITION":0}}]}],
+    {"a count beyond its view", kMesh + R"(}]}],
         "accessors":[{"bufferView":0,"componentType":5126,"count":4294967290,"type":"VEC3"}],
         "bufferViews":[{"buffer":0,"byteLength":12}],
         "buffers":[{"byteLength":12,"uri":"data:;base64,AAAAAAAAAAAAAAAA"}]})",
      "leaves its buffer view"},
-    {"a corner that is no point", R"({"asset":{"version":"2.0"},"nodes":[{"mesh":0}],
-        "meshes":[{"primitives":[{"attributes":{"POSITION":0},"indices":1}]}],
+    {"a corner that is no point", kMesh + R"(,"indices":1}]}],
         "accessors":[{"bufferView":0,"componentType":5126,"count":1,"type":"VEC3"},
                      {"bufferView":0,"componentType":5121,"count":3,"type":"SCALAR"}],
         "bufferViews":[{"buffer":0,"byteLength":12}],
         "buffers":[{"byteLength":12,"uri":"data:;base64,AQAAAAAAAAAAAAAA"}]})",
      "corner"},
-    {"what is no number", R"({"asset":{"version":"2.0"},"nodes":[{"mesh":0}],
-        "meshes":[{"primitives":[{"attributes":{"POSITION":0}}]}],
+    {"what is no number", kMesh + R"(}]}],
         "accessors":[{"bufferView":0,"componentType":5126,"count":1,"type":"VEC3"}],
         "bufferViews":[{"buffer":0,"byteLength":12}],
         "buffers":[{"byteLength":12,"uri":"data:;base64,//////////////8A"}]})",
      "no number"},
-    {"a camera that sees nothing", R"({"asset":{"version":"2.0"},"nodes":[{"camera":0}],
+    {"a camera that sees nothing", kAsset + R"("nodes":[{"camera":0}],
         "cameras":[{"type":"perspective","perspective":{"yfov":-1,"znear":1}}]})",
      "angle of view"},
 };
 
 TEST_F(BadFiles, unsound_content_is_refused_with_its_reason)
 {
-    for (const Case& bad : kCases) {
+    for (const auto& bad : kCases) {
         SCOPED_TRACE(bad.name);
         expectRefused(put("bad.gltf", bad.json), bad.reason);
     }

@@ -286,8 +286,7 @@ TEST_F(Interchange, meshes_of_other_formats_come_in_as_one_step)
                              "0 0 0\n1 0 0\n0 1 0\n3 0 1 2\n";
     struct Case
     {
-        const char* file;
-        const char* text;
+        const char *file, *text;
         std::size_t triangles, points;
     };
     for (const Case& c : {Case{"roof.obj", kObj, 2, 4}, Case{"part.STL", kStl, 1, 3},

@@ -5,12 +5,11 @@
 #include "adaptor/stage/scene_reader.h"
 #include "adaptor/stage/scene_writer.h"
 #include "adaptor/stage/stage.h"
-#include "util/file.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <filesystem>
 #include <string>
 
 namespace tvw::rgs::stage {
@@ -19,32 +18,17 @@ namespace tvw::rgs::stage {
 class SceneFiles : public testing::Test
 {
 protected:
-    SceneFiles()
-    {
-        const auto* const info = testing::UnitTest::GetInstance()->current_test_info();
-        folder_ = std::filesystem::temp_directory_path() /
-                  (std::string("rigstage_") + info->name() + "_" + std::to_string(::getpid()));
-        std::filesystem::create_directories(folder_);
-    }
-    ~SceneFiles() override
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-
     [[nodiscard]] std::string pathOf(const std::string& name) const
     {
-        return (folder_ / name).string();
+        return folder_.path() + "/" + name;
     }
-
     std::string put(const std::string& name, const std::string& bytes) const
     {
-        EXPECT_TRUE(writeFileAtomically(pathOf(name), bytes));
-        return pathOf(name);
+        return folder_.write(name, bytes);
     }
 
 private:
-    std::filesystem::path folder_;
+    tests::TemporaryFolder folder_;
 };
 
 /// A turned and scaled pose whose numbers no float holds.

@@ -4,6 +4,7 @@
 
 #include "adaptor/stage/stage.h"
 #include "core/contract/interface.h"
+#include "tests/support/ground_meshes.h"
 
 #include <string>
 
@@ -103,23 +104,17 @@ public:
         return nodes;
     }
 
+    std::vector<core::CoreNode*> all()
+    {
+        std::vector<core::CoreNode*> nodes;
+        ReturnValue<std::vector<core::CoreNode*>> out(nodes);
+        stage.getAllNodes(out);
+        return nodes;
+    }
+
     Stage stage;
 };
 
-inline Matrix4 at(double x, double y, double z)
-{
-    Matrix4 out;
-    setTranslation(out, {x, y, z});
-    return out;
-}
-
-/// A square of two triangles in the plane y = 0 that face up, from -1 to 1.
-inline CMesh groundMesh()
-{
-    CMesh mesh;
-    mesh.vertex = {{-1, 0, -1}, {1, 0, -1}, {1, 0, 1}, {-1, 0, 1}};
-    mesh.face = {0, 2, 1, 0, 3, 2};
-    return mesh;
-}
+using tests::at;
 
 } // namespace tvw::rgs::stage

@@ -9,20 +9,15 @@ namespace {
 
 TEST(Flicks, FramesOfUsualRatesLandExactly)
 {
-    struct Case
-    {
-        int fps;
-        Flicks perFrame;
-    };
-    constexpr Case kCases[] = {
+    constexpr std::pair<int, Flicks> kCases[] = {
         {24, 29'400'000}, {25, 28'224'000}, {30, 23'520'000}, {60, 11'760'000}, {120, 5'880'000}};
-    for (const Case& c : kCases) {
+    for (const auto& [fps, perFrame] : kCases) {
         for (int frame : {0, 1, 2, 3, 7, 1001, 86'399, 2'000'000, -5}) {
-            SCOPED_TRACE(testing::Message() << c.fps << " fps, frame " << frame);
-            const Flicks expected = c.perFrame * frame;
-            EXPECT_EQ(toFlicks(frame * (1.0 / c.fps)), expected) << "index times step";
-            EXPECT_EQ(toFlicks(static_cast<double>(frame) / c.fps), expected) << "index over rate";
-            EXPECT_EQ(toSeconds(expected), static_cast<double>(frame) / c.fps);
+            SCOPED_TRACE(testing::Message() << fps << " fps, frame " << frame);
+            const Flicks expected = perFrame * frame;
+            EXPECT_EQ(toFlicks(frame * (1.0 / fps)), expected) << "index times step";
+            EXPECT_EQ(toFlicks(static_cast<double>(frame) / fps), expected) << "index over rate";
+            EXPECT_EQ(toSeconds(expected), static_cast<double>(frame) / fps);
         }
     }
 }

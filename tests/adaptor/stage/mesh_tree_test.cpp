@@ -1,83 +1,17 @@
 #include "adaptor/stage/mesh_tree.h"
+#include "tests/support/ground_meshes.h"
 
 #include <gtest/gtest.h>
-
-#include <cmath>
-#include <random>
 
 namespace tvw::rgs::stage {
 namespace {
 
-struct Soup
+using tests::add;
+using tests::Random;
+
+MeshTree treeOf(const CMesh& mesh)
 {
-    std::vector<Vector3d> vertices;
-    std::vector<std::int32_t> indices;
-
-    [[nodiscard]] MeshTree tree() const { return MeshTree(vertices, indices); }
-    void add(const Vector3d& a, const Vector3d& b, const Vector3d& c)
-    {
-        for (const Vector3d& v : {a, b, c}) {
-            indices.push_back(static_cast<std::int32_t>(vertices.size()));
-            vertices.push_back(v);
-        }
-    }
-};
-
-class Random
-{
-public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    double number(double low, double high)
-    {
-        return std::uniform_real_distribution<double>(low, high)(engine_);
-    }
-    Vector3d point(double size)
-    {
-        return {number(-size, size), number(-size, size), number(-size, size)};
-    }
-
-private:
-    std::mt19937 engine_;
-};
-
-/// Every triangle in turn by Cramer's rule (Moller and Trumbore): another way than the tree's.
-std::optional<double> nearestByHand(const Soup& soup, const Vector3d& origin, Vector3d direction)
-{
-    direction = normalise(direction);
-    std::optional<double> nearest;
-    for (std::size_t i = 0; i < soup.indices.size(); i += 3) {
-        const Vector3d a = soup.vertices[soup.indices[i]];
-        const Vector3d e1 = soup.vertices[soup.indices[i + 1]] - a;
-        const Vector3d e2 = soup.vertices[soup.indices[i + 2]] - a;
-        const Vector3d p = cross(direction, e2);
-        const double det = dot(e1, p);
-        if (std::abs(det) < 1e-14)
-            continue;
-        const Vector3d s = origin - a;
-        const double u = dot(s, p) / det;
-        const Vector3d q = cross(s, e1);
-        const double v = dot(direction, q) / det;
-        const double t = dot(e2, q) / det;
-        if (u >= 0 && v >= 0 && u + v <= 1 && t >= 0 && (!nearest || t < *nearest))
-            nearest = t;
-    }
-    return nearest;
-}
-
-Soup randomSoup(unsigned seed, int triangles, double size, bool withSlivers)
-{
-    Random random(seed);
-    Soup soup;
-    for (int i = 0; i < triangles; ++i) {
-        const Vector3d a = random.point(10);
-        soup.add(a, a + random.point(size), a + random.point(size));
-        if (withSlivers && i % 5 == 0) {
-            const Vector3d d = random.point(size);
-            soup.add(a, a + d, a + d * 2.0); // no area
-            soup.add(a, a, a);               // no length
-        }
-    }
-    return soup;
+    return MeshTree(mesh.vertex, mesh.face);
 }
 
 TEST(MeshTree, AgreesWithEveryTriangleInTurn)
@@ -96,58 +30,55 @@ TEST(MeshTree, AgreesWithEveryTriangleInTurn)
                                {"with triangles of no area", 300, 4, true}};
     for (const Case& c : kCases) {
         SCOPED_TRACE(c.name);
-        const Soup soup = randomSoup(11, c.triangles, c.size, c.slivers);
-        const MeshTree tree = soup.tree();
+        const CMesh mesh = tests::soup(11, c.triangles, c.size, c.slivers);
+        const MeshTree tree = treeOf(mesh);
         Random random(5);
         int hits = 0;
         for (int i = 0; i < 1500; ++i) {
             const Vector3d origin = random.point(14);
             const Vector3d direction = random.point(3);
-            const std::optional<double> expected = nearestByHand(soup, origin, direction);
+            const auto expected = tests::nearestByHand(mesh, origin, direction);
             const std::optional<RayHit> hit = tree.rayCast(origin, direction);
             ASSERT_EQ(hit.has_value(), expected.has_value()) << "ray " << i;
             if (!hit)
                 continue;
             ++hits;
-            ASSERT_NEAR(hit->distance, *expected, 1e-9) << "ray " << i;
-            const std::size_t t = hit->triangle * std::size_t{3};
-            const Vector3d a = soup.vertices[t];
-            const Vector3d n = cross(soup.vertices[t + 1] - a, soup.vertices[t + 2] - a);
-            EXPECT_NEAR(dot(hit->normal, n), length(n), 1e-9 * length(n));
+            ASSERT_NEAR(hit->distance, expected->distance, 1e-9) << "ray " << i;
+            EXPECT_NEAR(dot(hit->normal, expected->normal), 1.0, 1e-9);
         }
         EXPECT_GT(hits, c.triangles > 1 ? 50 : 0);
     }
 }
 
 /// A square of n by n cells in the plane y = 0, from 0 to n, each of two triangles that face up.
-Soup floorOf(int n, double cell = 1.0)
+CMesh floorOf(int n, double cell = 1.0)
 {
-    Soup soup;
+    CMesh mesh;
     for (int z = 0; z <= n; ++z) {
         for (int x = 0; x <= n; ++x)
-            soup.vertices.push_back({x * cell, 0.0, z * cell});
+            mesh.vertex.push_back({x * cell, 0.0, z * cell});
     }
     for (int z = 0; z < n; ++z) {
         for (int x = 0; x < n; ++x) {
             const int i = z * (n + 1) + x;
             for (int index : {i, i + n + 1, i + 1, i + 1, i + n + 1, i + n + 2})
-                soup.indices.push_back(index);
+                mesh.face.push_back(index);
         }
     }
-    return soup;
+    return mesh;
 }
 
 TEST(MeshTree, NoRaySlipsThroughSharedEdgesAndVertices)
 {
     constexpr double kCell = 1.0 / 3.0; // no number of the machine's
-    const Soup soup = floorOf(30, kCell);
-    const MeshTree tree = soup.tree();
+    const CMesh mesh = floorOf(30, kCell);
+    const MeshTree tree = treeOf(mesh);
     Random random(3);
     for (int i = 0; i < 4000; ++i) {
         // Aimed at a vertex, or at a point of an edge, inside the floor.
         const int vertex = 31 * (1 + i % 29) + 1 + (i / 29) % 29;
-        const Vector3d a = soup.vertices[vertex];
-        const Vector3d b = soup.vertices[vertex + 30]; // along the cells' diagonal
+        const Vector3d a = mesh.vertex[vertex];
+        const Vector3d b = mesh.vertex[vertex + 30]; // along the cells' diagonal
         const Vector3d aim = i % 2 ? a : a + (b - a) * random.number(0, 1);
         const Vector3d origin = aim + Vector3d{random.number(-3, 3), 5, random.number(-3, 3)};
         const std::optional<RayHit> hit = tree.rayCast(origin, aim - origin);
@@ -159,7 +90,7 @@ TEST(MeshTree, NoRaySlipsThroughSharedEdgesAndVertices)
 
 TEST(MeshTree, RaysAlongTheAxes)
 {
-    const MeshTree tree = floorOf(8).tree();
+    const MeshTree tree = treeOf(floorOf(8));
     struct Case
     {
         const char* name;
@@ -193,27 +124,27 @@ TEST(MeshTree, RaysAlongTheAxes)
 
 TEST(MeshTree, OfHitsAtOneDistanceTheFirstTriangleCounts)
 {
-    Soup soup;
+    CMesh mesh;
     for (int i = 0; i < 40; ++i)
-        soup.add({-1, 0, -1}, {1, 0, -1}, {0, 0, 1});
-    const std::optional<RayHit> hit = soup.tree().rayCast({0, 1, 0}, {0, -1, 0});
+        add(mesh, {-1, 0, -1}, {1, 0, -1}, {0, 0, 1});
+    const std::optional<RayHit> hit = treeOf(mesh).rayCast({0, 1, 0}, {0, -1, 0});
     ASSERT_TRUE(hit);
     EXPECT_EQ(hit->triangle, 0U);
 }
 
 TEST(MeshTree, BadTrianglesAreLeftOut)
 {
-    Soup soup;
-    soup.add({-1, 0, -1}, {1, 0, -1}, {0, 0, 1});
-    soup.add({-1, 1, -1}, {1, std::nan(""), -1}, {0, 1, 1});
-    soup.add({-1, 1, -1}, {1e200, 1, -1}, {0, 1, 1});
+    CMesh mesh;
+    add(mesh, {-1, 0, -1}, {1, 0, -1}, {0, 0, 1});
+    add(mesh, {-1, 1, -1}, {1, std::nan(""), -1}, {0, 1, 1});
+    add(mesh, {-1, 1, -1}, {1e200, 1, -1}, {0, 1, 1});
     const std::vector<std::int32_t> more{0, 1, 99, -1, 1, 2, 0, 1}; // out of range; not a triangle
-    soup.indices.insert(soup.indices.end(), more.begin(), more.end());
-    const MeshTree tree = soup.tree();
+    mesh.face.insert(mesh.face.end(), more.begin(), more.end());
+    const MeshTree tree = treeOf(mesh);
     EXPECT_EQ(tree.triangleCount(), 1U);
     EXPECT_TRUE(tree.rayCast({0, 1, 0}, {0, -1, 0}));
     EXPECT_FALSE(MeshTree().rayCast({0, 1, 0}, {0, -1, 0}));
-    EXPECT_FALSE(Soup().tree().rayCast({0, 1, 0}, {0, -1, 0}));
+    EXPECT_FALSE(treeOf(CMesh()).rayCast({0, 1, 0}, {0, -1, 0}));
 }
 
 } // namespace

@@ -181,7 +181,8 @@ TEST(StageNodes, EveryChangeInABracketIsUndone)
          [&] { return camera.targetDistanceKeys().size() == 1; }},
         {"kind of angle", [&] { camera.setViewAngle(ViewAngle::Vertical); },
          [&] { return camera.state().viewAngle == ViewAngle::Vertical; }},
-        {"mesh", [&] { camera.setMesh(groundMesh()); }, [&] { return camera.mesh() != nullptr; }},
+        {"mesh", [&] { camera.setMesh(tests::square(1.0)); },
+         [&] { return camera.mesh() != nullptr; }},
         {"curve",
          [&] {
              spline.setSpline({{0, 0, 0}, {5, 0, 0}}, false);
@@ -304,7 +305,7 @@ TEST(StageNodes, ANameThatWasTakenMeanwhileIsMadeUniqueAgain)
 TEST(StageNodes, ACopyHasItsOwnKeys)
 {
     Stage stage;
-    StageNode& node = stage.addMesh("node", groundMesh());
+    StageNode& node = stage.addMesh("node", tests::square(1.0));
     StageNode& child = stage.addEmpty("child", at(1, 0, 0), &node);
     node.setLocal(at(3, 0, 0), 1, true);
     StageNode& copy = stage.duplicate(node, true);

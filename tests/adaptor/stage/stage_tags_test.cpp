@@ -52,14 +52,6 @@ protected:
             node->markDeleted();
     }
 
-    std::vector<core::CoreNode*> all()
-    {
-        std::vector<core::CoreNode*> nodes;
-        ReturnValue<std::vector<core::CoreNode*>> out(nodes);
-        stage.getAllNodes(out);
-        return nodes;
-    }
-
     std::vector<core::CoreNode*> bind(const std::string& tool,
                                       std::initializer_list<const char*> names)
     {

@@ -159,63 +159,38 @@ TEST_F(Profiles, refuseWhatCannotBe)
     window->open(nullptr);
     names = {"Other"};
     press(kSaveAs);
+    const std::string app = "Rigstage: ";
     struct Case
     {
         const char* what;
         int button;
         std::string profile;
-        std::deque<std::string> typed;
-        bool says;
+        const char* typed; ///< null: nothing is asked for
         std::string expected;
     };
     const Case cases[] = {
-        {"forbidden letters",
-         kSaveAs,
-         "Mine",
-         {"a|b"},
-         true,
+        {"forbidden letters", kSaveAs, "Mine", "a|b",
          "Save profile as...: a|b - name contains forbidden characters. \n The following "
          "characters are not allowed: \\ / : * ? \" < > | . , [ ] ; ="},
-        {"a name that is taken",
-         kNew,
-         "Mine",
-         {"Start Profile"},
-         false,
+        {"a name that is taken", kNew, "Mine", "Start Profile",
          "New profile...: Start Profile - name already exists."},
-        {"the factory's name", kSaveAs, "Mine", {"factory settings"}, true, kReadOnly},
-        {"saving the factory's", kSave, "Factory Settings", {}, true, kReadOnly},
-        {"renaming the factory's",
-         kRename,
-         "Factory Settings",
-         {},
-         true,
-         "Rigstage: Cannot rename this profile."},
-        {"renaming an example",
-         kRename,
-         shipped,
-         {},
-         true,
-         "Rigstage: Cannot rename example profiles."},
-        {"renaming one that has no file",
-         kRename,
-         "Loose",
-         {"Tight"},
-         true,
-         "Rigstage: The specified profile could not be renamed, please try with another name."},
-        {"deleting a shipped one",
-         kDelete,
-         shipped,
-         {},
-         true,
-         "Rigstage: The profile " + shipped + " belongs to the program and cannot be deleted."},
+        {"the factory's name", kSaveAs, "Mine", "factory settings", kReadOnly},
+        {"saving the factory's", kSave, "Factory Settings", nullptr, kReadOnly},
+        {"renaming the factory's", kRename, "Factory Settings", nullptr,
+         app + "Cannot rename this profile."},
+        {"renaming an example", kRename, shipped, nullptr, app + "Cannot rename example profiles."},
+        {"renaming one that has no file", kRename, "Loose", "Tight",
+         app + "The specified profile could not be renamed, please try with another name."},
+        {"deleting a shipped one", kDelete, shipped, nullptr,
+         app + "The profile " + shipped + " belongs to the program and cannot be deleted."},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         choose(c.profile);
         const auto before = store().names();
         const double value = scale->value();
-        names = c.typed;
-        windows.says = c.says;
+        names = c.typed ? std::deque<std::string>{c.typed} : std::deque<std::string>();
+        windows.says = c.button != kNew; // it may not overwrite
         press(c.button);
         EXPECT_THAT(windows.said, Contains(c.expected));
         EXPECT_TRUE(names.empty());
@@ -249,27 +224,19 @@ TEST_F(Profiles, travelInFiles)
                             "overwrite that profile, do you wish to continue?"));
     EXPECT_TRUE(fs::exists(fileOf("Second")));
 
-    struct Case
-    {
-        const char* what;
-        std::string bytes, expected;
-    };
-    const std::string head = "<?xml version=\"1.0\"?>";
-    const Case cases[] = {
-        {"no profiles", head + "<scene/>", "The profile could not be imported. "},
-        {"broken off", head + "<configprofiles version=\"2.0\"><configprofile version=\"2.0\" n",
-         "The profile could not be imported. "},
-        {"the factory's",
-         head + "<configprofile version=\"2.0\" name=\"Factory Settings\"><group id=\"-1\"/>"
-                "</configprofile>",
+    const std::string failed = "The profile could not be imported. ";
+    const std::pair<std::string, std::string> refused[] = {
+        {"<scene/>", failed},
+        {"<configprofiles version=\"2.0\"><configprofile version=\"2.0\" n", failed},
+        {"<configprofile version=\"2.0\" name=\"Factory Settings\"><group/></configprofile>",
          "The profile already exists and cannot be overwritten."},
     };
-    for (const Case& c : cases) {
+    for (const auto& [text, reason] : refused) {
         const auto before = store().names();
-        windows.file = user.write("import.tvc", c.bytes);
+        windows.file = user.write("import.tvc", text);
         press(kImport);
-        EXPECT_THAT(windows.said, ElementsAre("Rigstage: " + c.expected)) << c.what;
-        EXPECT_EQ(store().names(), before) << c.what;
+        EXPECT_THAT(windows.said, ElementsAre("Rigstage: " + reason)) << text;
+        EXPECT_EQ(store().names(), before) << text;
     }
 }
 

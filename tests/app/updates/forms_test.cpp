@@ -102,17 +102,6 @@ TEST_F(Forms, aSettingsFileThatCantBeWrittenIsTold)
     EXPECT_NE(session->messages()[0].text.find("could not be saved"), std::string::npos);
 }
 
-TEST_F(Forms, preferencesLookAsTheyShould)
-{
-    QWidget& form = preferences();
-    EXPECT_TRUE(form.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-    EXPECT_TRUE(form.findChild<QGroupBox*>("generalgroup")->isVisible());
-    EXPECT_TRUE(form.findChild<QGroupBox*>("recordinggroup")->isVisible());
-    EXPECT_FALSE(form.findChild<QGroupBox*>("maxgroup")->isVisible()) << "of another host";
-    for (const QAbstractButton* const button : form.findChildren<QAbstractButton*>())
-        EXPECT_FALSE(button->toolTip().isEmpty()) << button->text().toStdString();
-}
-
 TEST_F(Forms, aboutTellsTheLibrariesAndTheirLicences)
 {
     AboutRGS about;

@@ -68,17 +68,6 @@ TEST_F(ConfigProfiles, TheUsersProfileWinsOverAShippedOne)
     EXPECT_EQ(file.childCount("configprofile"), 1u);
 }
 
-TEST_F(ConfigProfiles, OfTwoProfilesInAFileOnlyTheNamedOneGoes)
-{
-    folder.write(user + "/both.tvc", two("1"));
-    profiles.rescan();
-    EXPECT_EQ(profiles.remove("A"), XMLFileManager::done);
-    profiles.rescan();
-    EXPECT_EQ(profiles.names(), Names{"B"});
-    EXPECT_EQ(profiles.remove("B"), XMLFileManager::done);
-    EXPECT_FALSE(fs::exists(user + "/both.tvc"));
-}
-
 TEST_F(ConfigProfiles, FilesOfOlderVersionsAreConverted)
 {
     for (const char* tag : {"ConfigProfile", "rgs_config", "CameraConfig"}) {

@@ -115,8 +115,7 @@ TEST_F(Items, AnItemIsKnownByItsNumberAndItsLabel)
 {
     struct Case
     {
-        const char* name;
-        const char* group;
+        const char *name, *group;
         double expected; ///< 1 is what stands before
     };
     constexpr Case kCases[] = {
@@ -236,51 +235,6 @@ TEST_F(Items, ValuesAreReachedByNumber)
     EXPECT_EQ(root.valueOf(40), 3.0);
 }
 
-TEST_F(Items, TheLayoutHasAComponentForEachItem)
-{
-    const Element layout = root.buildLayout();
-    EXPECT_EQ(layout.name(), "scroll");
-    const Element& group = layout.child("list").child("group");
-    EXPECT_EQ(group.attributeValue("label"), "Values");
-    EXPECT_EQ(group.attributeValue("padding"), "5 0 0 0");
-    const Element& list = group.child("list").child("border").child("list");
-    EXPECT_EQ(list.attributeValue("id"), "1");
-    const Element& row = list.child("list");
-    EXPECT_EQ(row.attributeValue("type"), "horizontal");
-    EXPECT_EQ(row.child("label").text(), "Speed");
-    const Element& spinner = row.child("spinner");
-    const std::pair<const char*, const char*> kSpinner[] = {
-        {"id", "0"},     {"min", "0"},           {"max", "100"},        {"step", "0.1"},
-        {"fixed", "no"}, {"triggerlength", "2"}, {"defaultvalue", "1"}, {"minheight", "20"}};
-    for (const auto& [key, value] : kSpinner)
-        EXPECT_EQ(spinner.attributeValue(key), value) << key;
-    const Element& inner = list.child("group").child("list").child("border").child("list");
-    EXPECT_EQ(inner.child("list", 0).child("checkbox").attributeValue("defaultstate"), "false");
-    EXPECT_EQ(inner.child("list", 1).child("textbox").attributeValue("defaulttext"), "old");
-    EXPECT_EQ(inner.child("button").attributeValue("label"), "Reset");
-    EXPECT_EQ(inner.child("list", 2).child("combobox").childCount("item"), 3u);
-    EXPECT_EQ(inner.child("label").text(), "a remark");
-}
-
-std::vector<double> shown;
-
-TEST_F(Items, AViewIsKeptInStepUntilItIsTakenAway)
-{
-    setShowInView([](gui::Component&, Node& node) { shown.push_back(node.value()); });
-    int stand = 0; // never looked into
-    auto* const view = reinterpret_cast<gui::Component*>(&stand);
-    Node* const item = root.findNode(0);
-    item->addView(view);
-    item->change(4.0);
-    speed = 6.0;
-    root.refresh();
-    item->removeView(view);
-    item->change(8.0);
-    root.refresh();
-    EXPECT_EQ(shown, (std::vector{4.0, 6.0}));
-    setShowInView(nullptr);
-}
-
 TEST_F(Items, AnOlderProfileIsConvertedAndRead)
 {
     read(R"(<configprofile version="1.0" name="x"><profile><group name="Values">
@@ -296,12 +250,7 @@ TEST_F(Items, AnOlderProfileIsConvertedAndRead)
 
 TEST(ProfileConversion, TurnsEachOlderElement)
 {
-    struct Case
-    {
-        const char* old;
-        const char* present;
-    };
-    constexpr Case kCases[] = {
+    constexpr std::pair<const char*, const char*> kCases[] = {
         {R"(<spinner name="A">1.25</spinner>)",
          R"(<item id="0" label="A" type="generic">1.25</item>)"},
         {R"(<spinner id="9" name="A">1</spinner><spinner name="B">2</spinner>)",
@@ -317,12 +266,12 @@ TEST(ProfileConversion, TurnsEachOlderElement)
             <item id="1" label="B" type="generic">1</item>)"},
         {R"(<group id="4" name="G"/><graph name="A"/>)", R"(<group id="4" label="G"/>)"},
     };
-    for (const Case& c : kCases) {
-        const Element old = parsed(R"(<profile name="P">)" + std::string(c.old) + "</profile>");
+    for (const auto& [older, wanted] : kCases) {
+        const Element old = parsed(R"(<profile name="P">)" + std::string(older) + "</profile>");
         const Element expected =
             parsed(R"(<configprofile version="2.0" name="P" converted="yes">)" +
-                   std::string(c.present) + "</configprofile>");
-        EXPECT_EQ(convertProfile(old).fragment(), expected.fragment()) << c.old;
+                   std::string(wanted) + "</configprofile>");
+        EXPECT_EQ(convertProfile(old).fragment(), expected.fragment()) << older;
     }
     const Element present =
         parsed(R"(<configprofile version="2.0" name="P"><item id="1"/></configprofile>)");

@@ -187,21 +187,6 @@ TEST_F(Model, findLooksAtTheChildrenBeforeTheirs)
     EXPECT_EQ(toButton(root->findById(99)), nullptr);
 }
 
-TEST_F(Model, theTooltipLineIsTheNearestAncestors)
-{
-    const ComponentPtr root =
-        build("<dialog tooltipid='108'><list><label id='108'/><list tooltipid='-2'><button id='1'/>"
-              "</list><button id='2'/><list tooltipid='3'><button id='4'/><label id='3'/></list>"
-              "</list></dialog>");
-    const auto lineOf = [&](int id) { return tooltipLabel(*root->findById(id)); };
-    EXPECT_EQ(lineOf(2), root->findById(108));
-    EXPECT_EQ(lineOf(1), nullptr) << "switched off";
-    EXPECT_EQ(lineOf(4), root->findById(3));
-    root->setTooltipId(3);
-    EXPECT_EQ(lineOf(2), root->findById(3));
-    EXPECT_EQ(root->findById(1)->parent()->tooltipId(), -2) << "has its own";
-}
-
 TEST_F(Model, variablesExpandFromTheInside)
 {
     const ComponentPtr root = build("<dialog><list><label/></list></dialog>");
@@ -261,19 +246,6 @@ TEST_F(Model, flagsCountWithThoseOfTheAncestors)
     EXPECT_FALSE(label.isEnabled()) << "disabling went down, enabling did not";
 }
 
-TEST_F(Model, thePopupComesFromTheNearestThatHasItems)
-{
-    const ComponentPtr root =
-        build("<list><popup><item id='1'/></popup><list><popup/><label id='1'/></list></list>");
-    Component& label = *root->findById(1);
-    EXPECT_EQ(label.effectivePopup().child("item").attributeValue("id"), "1");
-    Element own;
-    ASSERT_EQ(own.parse("<popup><item id='2'/></popup>"), 0);
-    label.setPopup(own);
-    EXPECT_EQ(label.effectivePopup().child("item").attributeValue("id"), "2");
-    EXPECT_TRUE(label.popup().isEmpty()) << "what is written is what was read";
-}
-
 TEST_F(Model, sidesHaveTwoOrders)
 {
     const ComponentPtr component = build("<border padding='1 2 3 4' padding-left='9'/>");
@@ -285,34 +257,6 @@ TEST_F(Model, sidesHaveTwoOrders)
         EXPECT_EQ(border->padding(side), pixels);
     border->setPadding(10, 20, 30, 40); // top, right, bottom, left
     EXPECT_EQ(written(*component).attributeValue("padding"), "40 10 20 30");
-}
-
-struct DragCase
-{
-    const char* name;
-    int triggerLength;
-    bool ctrl, shift;
-    std::vector<int> pixels, steps;
-};
-
-TEST(SpinnerDrag, takesAStepForEachTriggerLength)
-{
-    const DragCase cases[] = {
-        {"three pixels give nothing, the fourth a step", 4, false, false, {3, 1}, {0, 1}},
-        {"with Ctrl ten", 4, true, false, {3, 1}, {0, 10}},
-        {"with Shift ten", 4, false, true, {4}, {10}},
-        {"with both a hundred, and down", 4, true, true, {-9}, {-200}},
-        {"the rest stays for later", 4, false, false, {7, 1, -4}, {1, 1, -1}},
-        {"back and forth is nothing", 2, false, false, {1, -1, 1, -1}, {0, 0, 0, 0}},
-        {"each pixel", 1, false, false, {1, -3}, {1, -3}},
-    };
-    for (const DragCase& c : cases) {
-        component::SpinnerDrag drag;
-        std::vector<int> steps;
-        for (const int pixels : c.pixels)
-            steps.push_back(drag.steps(pixels, c.triggerLength, c.ctrl, c.shift));
-        EXPECT_EQ(steps, c.steps) << c.name;
-    }
 }
 
 TEST_F(Model, aSpinnersWholeNumber)
@@ -347,20 +291,6 @@ TEST_F(Model, theCurrentItemStaysTheCurrentOne)
     EXPECT_EQ(combo->itemAt(-1), "");
 }
 
-TEST_F(Model, menuItemsInTheOrderOfTheFile)
-{
-    const ComponentPtr component = build(kComplete[17]);
-    auto* const menubar = toMenubar(component.get());
-    ASSERT_NE(menubar->itemAt(1), nullptr);
-    EXPECT_TRUE(menubar->itemAt(0)->grayed);
-    EXPECT_EQ(menubar->itemAt(1)->id, 3) << "of a nested menu";
-    EXPECT_EQ(menubar->itemAt(2), nullptr);
-    menubar->setItemGrayed(3, true);
-    EXPECT_TRUE(menubar->itemAt(1)->grayed);
-    menubar->rebuild(menubar->element());
-    EXPECT_FALSE(menubar->itemAt(1)->grayed) << "as the element says";
-}
-
 TEST_F(Model, aGraphsPixelsAndCopy)
 {
     const ComponentPtr component = build(
@@ -374,28 +304,6 @@ TEST_F(Model, aGraphsPixelsAndCopy)
     ASSERT_NE(toGraph(copy.get())->curveAt(0), nullptr);
     EXPECT_EQ(toGraph(copy.get())->curveAt(0)->points,
               (std::vector<graph::GraphPoint>{{2.0, 0.0}}));
-}
-
-TEST_F(Model, everyTagHasItsOwnMessages)
-{
-    const std::pair<const char*, MessageRange> cases[] = {
-        {"button", {16704, 16768}},  {"textbox", {16768, 16832}}, {"listbox", {16832, 16896}},
-        {"spinner", {16896, 16960}}, {"tree", {17024, 17088}},    {"label", {0, 0}}};
-    for (const auto& [tag, expected] : cases) {
-        const ComponentPtr component = build("<" + std::string(tag) + "/>");
-        MessageRange range;
-        ReturnValue<MessageRange> out(range);
-        component->messageRange(out);
-        EXPECT_EQ(range, expected) << tag;
-        EXPECT_EQ(tagOf(component.get()), tag);
-    }
-}
-
-TEST_F(Model, aFactoryOfAPresentNameIsDropped)
-{
-    const std::size_t before = AbstractFactory<Component>::instance().factoryCount();
-    registerKinds<component::Label>();
-    EXPECT_EQ(AbstractFactory<Component>::instance().factoryCount(), before);
 }
 
 } // namespace

@@ -122,15 +122,19 @@ TEST_F(Input, aSpinnerIsDraggedByItsTriggerLength)
         Qt::KeyboardModifiers modifiers;
         double value;
     };
-    const Move moves[] = {{3, Qt::NoModifier, 0.0},      {1, Qt::NoModifier, 0.5},
-                          {4, Qt::ControlModifier, 5.5}, {-4, Qt::ShiftModifier, 0.5},
-                          {-9, Qt::NoModifier, -0.5},    {-3, Qt::NoModifier, -1.0}};
+    const Move moves[] = {{3, Qt::NoModifier, 0.0},
+                          {1, Qt::NoModifier, 0.5},
+                          {4, Qt::ControlModifier, 5.5},
+                          {-4, Qt::ShiftModifier, 0.5},
+                          {-9, Qt::NoModifier, -0.5},
+                          {-3, Qt::NoModifier, -1.0},
+                          {4, Qt::ControlModifier | Qt::ShiftModifier, 49.0}};
     for (const Move& move : moves) {
         spinner.moveUp(move.pixels, move.modifiers);
         EXPECT_DOUBLE_EQ(spinner.value(), move.value) << move.pixels;
         EXPECT_EQ(spinner.mouse, QPoint(100, 100)) << "the mouse is put back";
     }
-    EXPECT_EQ(heard.params(message::spinnerChanged), (std::vector<int>{4, 4, 4, 4, 4}));
+    EXPECT_EQ(heard.params(message::spinnerChanged), (std::vector<int>{4, 4, 4, 4, 4, 4}));
 }
 
 TEST_F(Input, aSpinnersKeysAndButtons)
@@ -233,7 +237,9 @@ TEST_F(Input, listsTellOfTheUsersChanges)
 TEST_F(Input, theTooltipLineFollowsTheMouse)
 {
     open("<list><label id='108'/><button id='1'><tooltip>Presses it</tooltip></button>"
-         "<list tooltipid='-2'><button id='2'><tooltip>Not shown</tooltip></button></list></list>",
+         "<list tooltipid='-2'><button id='2'><tooltip>Not shown</tooltip></button></list>"
+         "<list tooltipid='3'><button id='4'><tooltip>Elsewhere</tooltip></button>"
+         "<label id='3'/></list></list>",
          "tooltipid='108'");
     const Listener heard(at(1));
     const auto send = [&](int id, QEvent::Type type) {
@@ -243,8 +249,14 @@ TEST_F(Input, theTooltipLineFollowsTheMouse)
     };
     EXPECT_EQ(send(1, QEvent::Enter), "Presses it");
     EXPECT_EQ(send(1, QEvent::Leave), "");
-    EXPECT_EQ(send(2, QEvent::Enter), "");
-    EXPECT_EQ(heard.count(message::mouseEntered), 1u);
+    EXPECT_EQ(send(2, QEvent::Enter), "") << "switched off";
+    EXPECT_EQ(send(4, QEvent::Enter), "") << "another line is nearer";
+    EXPECT_EQ(widgetAs<QLabel>(3).text(), "Elsewhere");
+    window->setTooltipId(3);
+    send(1, QEvent::Enter);
+    send(2, QEvent::Enter); // it has its own
+    EXPECT_EQ(widgetAs<QLabel>(3).text(), "Presses it");
+    EXPECT_EQ(heard.count(message::mouseEntered), 2u);
     EXPECT_EQ(heard.count(message::mouseLeft), 1u);
 }
 
@@ -295,7 +307,7 @@ TEST_F(Input, undoKeysReachTheDialog)
 TEST_F(Input, theRightButtonOpensTheNearestPopup)
 {
     open("<list><popup><item id='40' label='A'/><popup label='More'><item id='41' label='B'/>"
-         "</popup></popup><button id='1'/><listbox id='2'/></list>");
+         "</popup></popup><list><popup/><button id='1'/></list><listbox id='2'/></list>");
     const Listener button(at(1)), list(at(2));
     const auto choose = [](const char* text) {
         return [text](QWidget& up) {
@@ -312,7 +324,8 @@ TEST_F(Input, theRightButtonOpensTheNearestPopup)
     };
     whenModal(choose("A"));
     click(*widget(1), Qt::RightButton);
-    EXPECT_EQ(button.params(message::popupChosen), (std::vector<int>{40}));
+    EXPECT_EQ(button.params(message::popupChosen), (std::vector<int>{40}))
+        << "past the one that has no items";
     whenModal([](QWidget& up) { up.close(); });
     click(*widgetAs<QListWidget>(2).viewport(), Qt::RightButton);
     EXPECT_EQ(list.count(message::popupChosen), 0u) << "nothing was chosen";

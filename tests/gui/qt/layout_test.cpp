@@ -23,21 +23,6 @@ namespace {
 
 using Layout = GuiTest;
 
-TEST_F(Layout, limitsHoldEachForItself)
-{
-    QWidget host, child;
-    child.setMinimumSize(30, 80);
-    QBoxLayoutLimited layout(QBoxLayout::TopToBottom, &host);
-    layout.addWidget(&child);
-    layout.setLimits({40, 0}, {100, 50});
-    EXPECT_EQ(layout.minimumSize(), QSize(40, 50));
-    child.setMinimumSize(200, 20);
-    layout.invalidate();
-    EXPECT_EQ(layout.sizeHint(), QSize(100, 20));
-    layout.removeWidget(&child);
-    child.setParent(nullptr);
-}
-
 TEST_F(Layout, childrenEnterAtTheirPlace)
 {
     open("<list id='1'><label id='2' minheight='20'/><label id='4' minheight='20'/></list>");
@@ -87,27 +72,6 @@ TEST_F(Layout, aResizeIsToldOnce)
     EXPECT_EQ(heard.count(message::resized), 1u);
     EXPECT_EQ(window->widget()->size(), QSize(350, 250));
     EXPECT_EQ(at(1).size(), (Size{350, 250}));
-}
-
-TEST_F(Layout, frames)
-{
-    struct Case
-    {
-        const char* style;
-        int shape, shadow, line, middle;
-    };
-    const Case cases[] = {{"none", QFrame::NoFrame, QFrame::Plain, 0, 0},
-                          {"thin", QFrame::Box, QFrame::Plain, 1, 0},
-                          {"normal", QFrame::Panel, QFrame::Raised, 2, 1},
-                          {"sunken", QFrame::Panel, QFrame::Sunken, 2, 1}};
-    for (const Case& c : cases) {
-        window = build("<border style='" + std::string(c.style) + "'/>");
-        const auto& frame = *dynamic_cast<QFrame*>(window->widget());
-        EXPECT_EQ(frame.frameShape(), c.shape) << c.style;
-        EXPECT_EQ(frame.frameShadow(), c.shadow) << c.style;
-        EXPECT_EQ(frame.lineWidth(), c.line == 0 ? frame.lineWidth() : c.line) << c.style;
-        EXPECT_EQ(frame.midLineWidth(), c.middle) << c.style;
-    }
 }
 
 TEST_F(Layout, backgroundAndHighlightArePainted)

@@ -323,14 +323,6 @@ TEST_F(TreeTest, renamesInPlace)
     EXPECT_EQ(boat->getText(), "ship");
 }
 
-TEST_F(TreeTest, iconsAreLoadedOnce)
-{
-    const int first = tree->iconIndex(RIGSTAGE_GUI_DATA "disc.svg");
-    EXPECT_EQ(tree->iconIndex(RIGSTAGE_GUI_DATA "disc.svg"), first);
-    EXPECT_NE(tree->iconIndex(RIGSTAGE_GUI_DATA "ring.svg"), first);
-    EXPECT_EQ(tree->iconIndex(""), -1);
-}
-
 } // namespace
 
 } // namespace tvw::gui

@@ -135,8 +135,7 @@ TEST(StateStore, TakesOlderNamesAndRefusesWhatIsNotItsOwn)
     };
     struct Case
     {
-        const char* name;
-        const char* word;
+        const char *name, *word;
         std::vector<DataChunk> members;
         bool taken;
     };
@@ -165,18 +164,13 @@ TEST(StateStore, TakesOlderNamesAndRefusesWhatIsNotItsOwn)
     ASSERT_TRUE(tool.store.loadRoot(old));
     EXPECT_EQ(tool.values.stiffness, 3.0);
 
-    struct Version
-    {
-        const char* word;
-        bool taken;
-    };
-    constexpr Version kVersions[] = {
+    constexpr std::pair<const char*, bool> kVersions[] = {
         {"Tool100", true}, {"Tool250", true}, {"Tool99", false}, {"Tool", false}, {"Toolx", false}};
-    for (const Version& row : kVersions) {
-        DataChunk root(row.word, nullptr, 0);
+    for (const auto& [word, taken] : kVersions) {
+        DataChunk root(word, nullptr, 0);
         root.addMember(member("flags", 8));
         Tool versioned(104);
-        EXPECT_EQ(versioned.store.loadRoot(root), row.taken) << row.word;
+        EXPECT_EQ(versioned.store.loadRoot(root), taken) << word;
     }
 }
 

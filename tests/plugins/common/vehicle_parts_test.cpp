@@ -6,6 +6,7 @@
 #include "plugins/common/target_follower.h"
 #include "plugins/common/vehicle_meshes.h"
 #include "plugins/common/wheel_unit.h"
+#include "tests/support/ground_meshes.h"
 
 #include <gtest/gtest.h>
 
@@ -176,17 +177,19 @@ TEST(FollowCamera, TrailsBehindAndArrives)
     EXPECT_NEAR(camera.second.translation.x, 1.0, 1e-9);
 }
 
+constexpr WheelMount kMount{.X = {1, 0, 0},
+                            .Y = {0, 1, 0},
+                            .Z = {0, 0, 1},
+                            .rest = {0, 0.25, 0},
+                            .radius = 0.25,
+                            .width = 0.2,
+                            .lift = 1.0,
+                            .bodyLength = 3.0,
+                            .gravityOn = true};
+
 TEST(WheelUnit, StandsOnThePlaneAndLetsGoOfIt)
 {
-    WheelMount mount{.X = {1, 0, 0},
-                     .Y = {0, 1, 0},
-                     .Z = {0, 0, 1},
-                     .rest = {0, 0.25, 0},
-                     .radius = 0.25,
-                     .width = 0.2,
-                     .lift = 1.0,
-                     .bodyLength = 3.0,
-                     .gravityOn = true};
+    WheelMount mount = kMount;
     struct Case
     {
         const char* name;
@@ -219,15 +222,8 @@ TEST(WheelUnit, LimitsOfZeroAreNone)
 {
     GroundSensor plane;
     WheelUnit wheel;
-    const WheelMount mount{.X = {1, 0, 0},
-                           .Y = {0, 1, 0},
-                           .Z = {0, 0, 1},
-                           .rest = {0, 5, 0},
-                           .radius = 0.25,
-                           .width = 0.2,
-                           .lift = 1.0,
-                           .bodyLength = 3.0,
-                           .gravityOn = true};
+    WheelMount mount = kMount;
+    mount.rest.y = 5.0;
     wheel.update(mount, {.fRelMaxBumperLen = 0.0, .dMaximumSpringChangeVelocityRel = 0.0}, plane,
                  0.04);
     EXPECT_NEAR(wheel.contact.centre.y, 0.25, 1e-12);
@@ -236,31 +232,19 @@ TEST(WheelUnit, LimitsOfZeroAreNone)
 
 TEST(VehicleMeshes, AreSoundAndFaceOutward)
 {
-    struct Case
-    {
-        const char* name;
-        CMesh (*make)();
-    };
-    for (const Case& c : {Case{"body", &shape::carBody},
-                          {"wheel", &shape::wheel},
-                          {"relocator", &shape::wheelRelocator},
-                          {"centre", &shape::wheelCentre},
-                          {"suspension", &shape::wheelSuspension},
-                          {"plate", &shape::attachPlate},
-                          {"gravity", &shape::gravityArrow},
-                          {"force", &shape::forceArrow},
-                          {"steering wheel", &shape::steeringWheel},
-                          {"turn base", &shape::turnBase},
-                          {"base", &shape::basePlane}}) {
-        const CMesh mesh = c.make();
-        EXPECT_TRUE(mesh.isSound()) << c.name;
-        // The volume by the divergence theorem is positive when the triangles face outward.
-        double volume = 0.0;
-        for (std::size_t i = 0; i + 2 < mesh.face.size(); i += 3) {
-            const auto corner = [&](std::size_t k) { return mesh.vertex[mesh.face[i + k]]; };
-            volume += dot(corner(0), cross(corner(1), corner(2))) / 6;
-        }
-        EXPECT_GT(volume, 0.0) << c.name;
+    for (const auto& [name, make] : {std::pair("body", &shape::carBody),
+                                     {"wheel", &shape::wheel},
+                                     {"relocator", &shape::wheelRelocator},
+                                     {"centre", &shape::wheelCentre},
+                                     {"suspension", &shape::wheelSuspension},
+                                     {"plate", &shape::attachPlate},
+                                     {"gravity", &shape::gravityArrow},
+                                     {"force", &shape::forceArrow},
+                                     {"steering wheel", &shape::steeringWheel},
+                                     {"turn base", &shape::turnBase},
+                                     {"base", &shape::basePlane}}) {
+        EXPECT_TRUE(make().isSound()) << name;
+        EXPECT_GT(tests::volume(make()), 0.0) << name;
     }
 }
 

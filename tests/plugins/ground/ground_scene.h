@@ -3,10 +3,7 @@
 
 #include "plugins/common/ground_sensor.h"
 #include "tests/runs/run_fixture.h"
-
-#include <cmath>
-#include <optional>
-#include <random>
+#include "tests/support/ground_meshes.h"
 
 namespace tvw::rgs::tests {
 
@@ -22,61 +19,6 @@ inline const char* nameOf(Way way)
 }
 
 inline constexpr Way kWays[] = {Way::Host, Way::Tree, Way::World, Way::WorldOfCopy};
-
-inline Matrix4 at(double x, double y, double z)
-{
-    Matrix4 out;
-    setTranslation(out, {x, y, z});
-    return out;
-}
-
-/// A square of two triangles in the plane y = 0 that face up, from -edge to edge.
-inline CMesh square(double edge = 5.0)
-{
-    CMesh mesh;
-    mesh.vertex = {{-edge, 0, -edge}, {edge, 0, -edge}, {edge, 0, edge}, {-edge, 0, edge}};
-    mesh.face = {0, 2, 1, 0, 3, 2};
-    return mesh;
-}
-
-/// Quads of `cell` round the origin that face up.
-inline CMesh hills(int cells, double cell)
-{
-    CMesh mesh;
-    for (int z = 0; z <= cells; ++z) {
-        for (int x = 0; x <= cells; ++x) {
-            const double px = (x - cells / 2) * cell;
-            const double pz = (z - cells / 2) * cell;
-            mesh.vertex.push_back({px, std::sin(0.5 * px) * std::cos(0.4 * pz), pz});
-            if (x == cells || z == cells)
-                continue;
-            const int a = z * (cells + 1) + x;
-            const int c = a + cells + 1;
-            for (const int i : {a, c, a + 1, a + 1, c, c + 1})
-                mesh.face.push_back(i);
-        }
-    }
-    return mesh;
-}
-
-/// Every triangle in turn, in world space.
-inline GroundHit nearestByHand(const CMesh& world, const GroundRay& ray)
-{
-    GroundHit nearest;
-    for (std::size_t i = 0; i < world.face.size(); i += 3) {
-        const Vector3d a = world.vertex[world.face[i]];
-        const Vector3d e1 = world.vertex[world.face[i + 1]] - a;
-        const Vector3d e2 = world.vertex[world.face[i + 2]] - a;
-        const Vector3d n = cross(e1, e2);
-        const double t = dot(a - ray.origin, n) / dot(ray.direction, n);
-        const Vector3d p = ray.origin + ray.direction * t - a;
-        const double v = dot(cross(e1, p), n) / dot(n, n);
-        const double u = dot(cross(p, e2), n) / dot(n, n);
-        if (u >= 0 && v >= 0 && u + v <= 1 && t >= 0 && (!nearest.hit || t < nearest.distance))
-            nearest = {t, normalise(n), true};
-    }
-    return nearest;
-}
 
 class GroundScene : public RunTest
 {

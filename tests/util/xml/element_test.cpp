@@ -20,19 +20,6 @@ const char* const kCar = "<car id='1'><wheel r='0.3'>front</wheel><wheel/><!x></
 const char* const kCarWritten =
     "<car id=\"1\">\n\t<wheel r=\"0.3\">front</wheel>\n\t<wheel/>\n<!-- x-- >\n</car>\n";
 
-TEST(XmlElement, CopiesAreDeep)
-{
-    Element original = parsed(kCar);
-    Element copy = original;
-    copy.findChild("wheel")->setAttribute("r", "0.4");
-    copy.findChild("wheel")->mutableChildAt(0).setName("rear");
-    copy.attribute("id") = "2";
-    EXPECT_EQ(original.fragment(), kCarWritten);
-    original = Tag("other");
-    EXPECT_EQ(copy.fragment(), "<car id=\"2\">\n\t<wheel r=\"0.4\">rear</wheel>\n\t<wheel/>\n"
-                               "<!-- x-- >\n</car>\n");
-}
-
 TEST(XmlElement, ReferencesToChildrenOutliveSiblingsAndAMove)
 {
     Element root = Tag("root");
@@ -128,8 +115,7 @@ TEST(XmlElement, RemovesTheFirstEqualChild)
 
 struct EqualCase
 {
-    const char* a;
-    const char* b;
+    const char *a, *b;
     bool isEqual;
 };
 
@@ -173,20 +159,14 @@ TEST(XmlData, WritesValuesAsStreamsDo)
 {
     const std::pair<Data, const char*> cases[] = {
         {Data(1.3), "1.3"},
-        {Data(0.1), "0.1"},
         {Data(1e6), "1e+06"},
-        {Data(123456.0), "123456"},
         {Data(1234567.0), "1.23457e+06"},
-        {Data(0.00001), "1e-05"},
         {Data(-0.0), "-0"},
         {Data(2.0F), "2"},
         {Data(true), "1"},
-        {Data(false), "0"},
-        {Data(-12), "-12"},
         {Data(std::numeric_limits<std::int64_t>::min()), "-9223372036854775808"},
         {Data(std::numeric_limits<std::uint64_t>::max()), "18446744073709551615"},
         {Data("a text"), "a text"},
-        {Data(std::string("another")), "another"},
     };
     for (const auto& [data, text] : cases) {
         EXPECT_EQ(data.name(), text);

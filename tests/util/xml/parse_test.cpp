@@ -1,12 +1,9 @@
+#include "tests/support/temporary_folder.h"
 #include "util/xml/element.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
-#include <unistd.h>
 
 namespace tvw::util::xml {
 namespace {
@@ -192,27 +189,18 @@ TEST(XmlParse, ReadsItsOwnParts)
 class XmlFile : public testing::Test
 {
 protected:
-    void SetUp() override { std::filesystem::create_directories(folder_); }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
+    [[nodiscard]] std::string path(const char* name) const { return folder_.path() + "/" + name; }
 
-    [[nodiscard]] std::string path(const char* name) const { return folder_ / name; }
-    [[nodiscard]] static std::string content(const std::string& path)
-    {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    std::filesystem::path folder_ = std::filesystem::temp_directory_path() /
-                                    ("rigstage_xml_test_" + std::to_string(::getpid()));
+    rgs::tests::TemporaryFolder folder_;
 };
 
 TEST_F(XmlFile, IsReplacedAndReadBack)
 {
     Element element = Tag("a");
     element.addChild(TagWithData("b", 1));
-    std::ofstream(path("x.xml")) << std::string(1000, 'x');
+    folder_.write("x.xml", std::string(1000, 'x'));
     ASSERT_TRUE(element.save(path("x.xml")));
-    EXPECT_EQ(content(path("x.xml")), "<?xml version=\"1.0\"?>\n<a>\n\t<b>1</b>\n</a>\n");
+    EXPECT_EQ(*readFile(path("x.xml")), "<?xml version=\"1.0\"?>\n<a>\n\t<b>1</b>\n</a>\n");
     Element read;
     EXPECT_EQ(read.loadFile(path("x.xml")), code::ok);
     EXPECT_EQ(outline(read), "a(b('1'))");
@@ -220,8 +208,7 @@ TEST_F(XmlFile, IsReplacedAndReadBack)
 
 TEST_F(XmlFile, KeepsCarriageReturnsOfATextOnly)
 {
-    std::ofstream(path("x.xml"), std::ios::binary)
-        << "<?xml version=\"1.0\"?>\r\n<a>\r\n\t<b>1\r\n2</b>\r\n</a>\r\n";
+    folder_.write("x.xml", "<?xml version=\"1.0\"?>\r\n<a>\r\n\t<b>1\r\n2</b>\r\n</a>\r\n");
     Element read;
     EXPECT_EQ(read.loadFile(path("x.xml")), code::ok);
     EXPECT_EQ(outline(read), "a(b('1\r\n2'))");
@@ -232,7 +219,7 @@ TEST_F(XmlFile, ThatCannotBeOpenedIsAnError)
     Element element = Tag("old");
     EXPECT_EQ(element.loadFile(path("missing.xml")), code::fileUnreadable);
     EXPECT_TRUE(element.isEmpty());
-    EXPECT_EQ(element.loadFile(folder_), code::fileUnreadable);
+    EXPECT_EQ(element.loadFile(folder_.path()), code::fileUnreadable);
     const Status status = Tag("a").save(path("missing/x.xml"));
     EXPECT_FALSE(status);
     EXPECT_NE(status.reason().find("missing/x.xml"), std::string::npos);
