@@ -148,10 +148,10 @@ void UndoStack::setLimit(std::size_t steps)
     trim();
 }
 
-void UndoStack::setMemoryLimit(std::size_t bytes, std::size_t (*inUse)())
+void UndoStack::setMemoryLimit(std::size_t bytes, std::size_t (*counter)())
 {
     memoryLimit_ = static_cast<std::int64_t>(bytes);
-    memoryInUse_ = inUse;
+    memoryInUse_ = counter;
     trim();
 }
 

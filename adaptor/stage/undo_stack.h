@@ -57,8 +57,8 @@ public:
     void setLimit(std::size_t steps);
 
     /// Steps go too when those kept have grown the memory in use by more than `bytes`; the newest
-    /// stays in any case. inUse: answers how much memory is in use now [bytes].
-    void setMemoryLimit(std::size_t bytes, std::size_t (*inUse)());
+    /// stays in any case. counter: answers how much memory is in use now [bytes].
+    void setMemoryLimit(std::size_t bytes, std::size_t (*counter)());
 
     /// Drops all records, those of an open bracket too, without taking anything back. The bracket
     /// stays open, and counts as another one.

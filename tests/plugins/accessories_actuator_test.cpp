@@ -171,7 +171,7 @@ TEST_F(Actuators, RidesOnItsCage)
 TEST_F(Actuators, HoldsWhatItsLostDeviceGaveLastAndPlaysItBack)
 {
     make("1DPositioner");
-    tool_->properties().propertyAt(0)->offset = 0.25;
+    tool_->properties().findProperty("Forw/Backw Transl")->offset = 0.25;
     record(0.4, [&](double t) {
         if (pad)
             pad->set("Axis", 0, 0.7);
