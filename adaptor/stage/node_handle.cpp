@@ -22,8 +22,8 @@ NodeHandle::~NodeHandle()
 
 std::vector<std::int32_t> NodeHandle::supportedCodes()
 {
-    return {code::openSelection, code::closeSelection, code::disown,    code::isSameNode,
-            code::renameNode,    code::copyNode,       code::fetch};
+    return {code::openSelection, code::closeSelection, code::disown,  code::isSameNode,
+            code::renameNode,    code::copyNode,       code::cutLens, code::fetch};
 }
 
 std::intptr_t NodeHandle::call(std::int32_t code, void* argument)
@@ -55,6 +55,11 @@ std::intptr_t NodeHandle::call(std::int32_t code, void* argument)
         if (!argument || isDeleted())
             return 0;
         rename(*static_cast<const std::string*>(argument));
+        return 1;
+    case code::cutLens:
+        if (!argument || isDeleted())
+            return 0;
+        node_->deleteLensKeysBehind(*static_cast<const double*>(argument));
         return 1;
     case code::copyNode:
         if (!argument)

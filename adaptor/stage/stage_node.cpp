@@ -268,18 +268,27 @@ bool StageNode::removePoseKey(double time)
     return true;
 }
 
-void StageNode::deleteKeysBehind(double time)
+template <class T>
+void StageNode::cutBehind(Animated<T>& track, double time)
 {
     const Flicks at = toFlicks(time);
-    const auto cut = [&](auto& track) {
-        track.letGo();
-        if (!track.keys.empty() && track.keys.lastTime() > at)
-            changeKeys(track).cutBehind(at);
-    };
-    cut(pose_);
-    cut(fov_);
-    cut(targetDistance_);
+    track.letGo();
+    if (!track.keys.empty() && track.keys.lastTime() > at)
+        changeKeys(track).cutBehind(at);
+}
+
+void StageNode::deleteKeysBehind(double time)
+{
+    cutBehind(pose_, time);
+    deleteLensKeysBehind(time);
     touchPose();
+}
+
+void StageNode::deleteLensKeysBehind(double time)
+{
+    cutBehind(fov_, time);
+    cutBehind(targetDistance_, time);
+    touch();
 }
 
 void StageNode::clearKeys()

@@ -107,6 +107,7 @@ public:
 
     /// Pose and lens: keys later than `time` go, one at exactly that time stands.
     void deleteKeysBehind(double time);
+    void deleteLensKeysBehind(double time);
     void clearKeys();
 
     // Lens; only cameras have one. Writes as for poses.
@@ -168,6 +169,8 @@ private:
     NodeState& change();       ///< the state, remembered for undo
     template <class T>
     KeyTrack<T>& changeKeys(Animated<T>& track);
+    template <class T>
+    void cutBehind(Animated<T>& track, double time);
     template <class T>
     void write(Animated<T>& track, T NodeState::*constant, const T& value, Flicks time, bool key);
     void carry(const Matrix4& by);

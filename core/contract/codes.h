@@ -29,6 +29,9 @@ inline constexpr std::int32_t disown = 17;     ///< no argument; runs leave the 
 inline constexpr std::int32_t isSameNode = 31; ///< CNode*; 1 when both stand for one scene node
 inline constexpr std::int32_t renameNode = 32; ///< const std::string*; inside an undo of its own
 inline constexpr std::int32_t copyNode = 37;   ///< CNode** out; a copy of the scene node
+/// const double* time [s]; drops the keys of the lens that are later, whoever owns the node. For a
+/// tool that writes the lens of a camera whose pose is the user's.
+inline constexpr std::int32_t cutLens = 65;
 /// No argument. The node's pose is read or written soon: a host may ask for its memory.
 inline constexpr std::int32_t fetch = 64;
 

@@ -167,8 +167,12 @@ TEST_F(ZoomCameras, TheFocusCameraIsTheUsersToMove)
     EXPECT_FALSE(camera().state().visible) << "hidden at first, as its item says";
     key("Camera", 0.0, at({}));
     key("Camera", 2.0, at({0, 0, 2}));
+    record(3.0);
+    session->stage().setTime(0.0);
     record(1.0);
     expectNear(pose("Camera", 2.0).translation, {0, 0, 2}, 1e-12, "its keys stand");
+    EXPECT_EQ(camera().fovKeys().lastTime(), stage::toFlicks(1.0))
+        << "those of its lens are the tool's";
     EXPECT_NEAR(camera().targetDistance(1.0), 4.0, 1e-9);
 }
 

@@ -57,6 +57,8 @@ void CAutoFocusCamObject::runStarts(double time)
     }
     placeFocalPoint(time);
     writeLens(time);
+    if (node(kCamera).exists()) // its pose is the user's, its lens is ours
+        node(kCamera).handle()->call(code::cutLens, &time);
 }
 
 double CAutoFocusCamObject::fieldOfView(double time) const
