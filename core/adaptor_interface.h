@@ -108,6 +108,13 @@ public:
     /// A native error box, usable before any window of ours exists.
     virtual void showError(std::string text, std::string title) = 0;
 
+    /// Splits the instances into sets whose nodes don't hang below each other's: the number of the
+    /// set of each, in the order of the instances. A host that doesn't know has one set.
+    virtual std::vector<std::size_t> separate(const std::vector<CInterface*>& instances)
+    {
+        return std::vector<std::size_t>(instances.size(), 0);
+    }
+
 protected:
     ~AdaptorInterface() = default;
 };

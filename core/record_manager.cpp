@@ -290,6 +290,7 @@ int RecordManager::startResimulation(double from, double to)
         instance->startRun(start_);
     frame_ = firstFrameBehind(start_, step);
     progress_ = {start_, to, frame_ * step, 0.0};
+    blockFrames_ = 1;
     if (view_)
         view_->opened(progress_);
     return 0;
@@ -322,20 +323,43 @@ bool RecordManager::resimulateSlice(std::int64_t budgetMs)
 {
     if (!resimulating_)
         return true;
-    constexpr double kEndSlack = 0.00001; // [s]
     const std::int64_t began = clock_.elapsedMs();
     const double step = adaptor()->getFrameDuration();
-    while (end_ + kEndSlack > progress_.time) {
+    order_.arrange(instances_); // between two slices the user may do what he likes
+    while (isBeforeEnd(progress_.time)) {
         progress_.fraction = (progress_.time - start_) / (end_ - start_);
         if (clock_.elapsedMs() > began + budgetMs)
             return false;
-        for (Instance* const instance : instances_)
-            instance->tick(progress_.time);
-        progress_.time = ++frame_ * step;
+        resimulateBlock(step);
     }
     progress_.fraction = 1.0;
     finishResimulation();
     return true;
+}
+
+bool RecordManager::isBeforeEnd(double time) const
+{
+    constexpr double kEndSlack = 0.00001; // [s]
+    return end_ + kEndSlack > time;
+}
+
+/// As many frames as pay, and as few as keep a slice near its budget.
+void RecordManager::resimulateBlock(double step)
+{
+    constexpr std::int32_t kMostFrames = 64; // more gain nothing
+    constexpr std::int64_t kLong = 20;       // [ms]
+    std::int32_t count = 1;
+    while (count < blockFrames_ && isBeforeEnd((frame_ + count) * step))
+        ++count;
+    const std::int64_t began = clock_.elapsedMs();
+    order_.tick(frame_, count, step);
+    const std::int64_t taken = clock_.elapsedMs() - began;
+    if (taken < kLong / 2)
+        blockFrames_ = std::min(2 * blockFrames_, kMostFrames);
+    else if (taken > kLong)
+        blockFrames_ = std::max(blockFrames_ / 2, 1);
+    frame_ += count;
+    progress_.time = frame_ * step;
 }
 
 void RecordManager::finishResimulation()

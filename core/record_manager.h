@@ -4,6 +4,7 @@
 #include "core/core_subsystem.h"
 #include "core/key_hook.h"
 #include "core/low_poly_view.h"
+#include "core/tick_order.h"
 #include "core/timer.h"
 
 #include <cstdint>
@@ -101,6 +102,8 @@ private:
     bool growRange();
     void showCountdown();
     std::int32_t firstFrameBehind(double from, double step) const;
+    void resimulateBlock(double step);
+    bool isBeforeEnd(double time) const;
     bool onKey(std::int32_t key, bool isDown, unsigned modifiers);
     void stopInstances();
 
@@ -127,6 +130,8 @@ private:
     bool resimulating_ = false;
     double savedSpeed_ = 1.0;
     ResimulationProgress progress_;
+    TickOrder order_;
+    std::int32_t blockFrames_ = 1; ///< how many frames the tools that see no other tick on end
 };
 
 } // namespace tvw::rgs::core

@@ -182,6 +182,7 @@ public:
     void shutdown() override;
     void showHostSettings(void*) override {}
     void showError(std::string text, std::string title) override;
+    std::vector<std::size_t> separate(const std::vector<CInterface*>& instances) override;
 
 private:
     friend class CSetTimeRestoreObj;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace tvw::rgs::stage {
 
@@ -198,6 +199,66 @@ void Stage::beginRun(std::vector<CInterface*>& instances)
     beginPlainRun();
     for (std::size_t i = 0; i < nodes.size(); ++i)
         nodes[i]->setLocal(poses[i], time_, true);
+}
+
+namespace {
+
+/// Sets that grow together.
+class Sets
+{
+public:
+    explicit Sets(std::size_t count) : above_(count) { std::iota(above_.begin(), above_.end(), 0); }
+
+    void join(std::size_t a, std::size_t b) { above_[top(a)] = top(b); }
+
+    /// For each member the number of its set, counted in the order of their first members.
+    [[nodiscard]] std::vector<std::size_t> numbers()
+    {
+        constexpr std::size_t kNone = ~std::size_t{0};
+        std::vector<std::size_t> ofTop(above_.size(), kNone);
+        std::vector<std::size_t> out(above_.size());
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < above_.size(); ++i) {
+            std::size_t& number = ofTop[top(i)];
+            if (number == kNone)
+                number = count++;
+            out[i] = number;
+        }
+        return out;
+    }
+
+private:
+    std::size_t top(std::size_t i)
+    {
+        while (above_[i] != i)
+            i = above_[i] = above_[above_[i]]; // halves the way for the next
+        return i;
+    }
+    std::vector<std::size_t> above_;
+};
+
+} // namespace
+
+std::vector<std::size_t> Stage::separate(const std::vector<CInterface*>& instances)
+{
+    std::unordered_map<const CInterface*, std::size_t> places;
+    for (std::size_t i = 0; i < instances.size(); ++i)
+        places[instances[i]] = i;
+    Sets sets(instances.size());
+    for (std::size_t i = 0; i < instances.size(); ++i) {
+        for (const NodeHandle* const handle : handlesOf(instances[i])) {
+            if (handle->owner_ != instances[i])
+                continue;
+            for (const StageNode* node = handle->node_; node; node = node->parent_) {
+                for (const NodeHandle* const other : node->handles_) {
+                    const auto owner = places.find(other->owner_);
+                    if (owner != places.end())
+                        sets.join(i, owner->second);
+                }
+            }
+        }
+    }
+    return sets.numbers();
 }
 
 void Stage::prepareRun(const std::vector<StageNode*>& nodes)

@@ -57,6 +57,10 @@ inline constexpr std::int32_t readCustomData = 45;  ///< const util::xml::Elemen
 inline constexpr std::int32_t noToolTip = 61;       ///< only its presence counts
 /// No argument. A run is about to start: items that only show something hold their own value again.
 inline constexpr std::int32_t settleItems = 63;
+/// No argument. 1 promises that a tick looks at nothing but the tool's own inputs, items and nodes and
+/// the nodes above and below those, and changes nothing but its own: a second pass may then tick the
+/// tool several frames on end while others wait.
+inline constexpr std::int32_t ticksAlone = 66;
 
 // Answered by a tool's factory (`CCameraPlugin::call`).
 inline constexpr std::int32_t olderIds = 16; ///< std::vector<std::string>* out

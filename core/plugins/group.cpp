@@ -19,6 +19,10 @@ public:
         interface()->endConfiguration();
         return 0;
     }
+    std::intptr_t call(std::int32_t operation, void*) override
+    {
+        return operation == code::ticksAlone ? 1 : 0;
+    }
     int createNodes() override { return 0; }
     int load() override { return 0; }
 

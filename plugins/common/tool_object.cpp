@@ -36,6 +36,8 @@ std::intptr_t ToolObject::call(std::int32_t code, void* argument)
         settleParameters();
         return 1;
     }
+    if (code == code::ticksAlone)
+        return 1;
     if (code != code::updateOutput || !argument)
         return 0;
     auto* const control = static_cast<Control*>(argument);

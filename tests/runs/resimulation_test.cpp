@@ -105,5 +105,50 @@ TEST_F(Resimulation, OutputsDriveOtherToolsAndAreReplayed)
     EXPECT_EQ(allKeys(), take) << "the source need not run";
 }
 
+/// A second pass ticks tools that don't see each other several frames on end. These do.
+TEST_F(Resimulation, ToolsThatSeeEachOtherStayInStep)
+{
+    core::Instance& eye = create("LookAtCam");
+    core::Instance& wave = create("Sinusoid"); // ticks behind the camera that looks at it
+    set(wave, "Angular Frequency", 5.0);
+    core::Instance& rider = create("LookAtCam"); // its camera hangs below a tool that ticks before
+    ASSERT_TRUE(node(eye, "TargetMesh").setParent(&node(wave, "SinusNode")));
+    stage::StageNode& between = session->stage().addEmpty("Between");
+    ASSERT_TRUE(between.setParent(&node(*tool_, "SinusNode")));
+    ASSERT_TRUE(node(rider, "TargetMesh").setParent(&between));
+    record(4.0, hand_);
+    const auto take = allKeys();
+    resimulate(0.0, 4.0);
+    EXPECT_EQ(allKeys(), take);
+    ASSERT_GT(take.at(node(eye, "LookAtCam").name()).poses.size(), 100u);
+
+    const auto sets = session->stage().separate({tool_, &eye, &wave, &rider});
+    EXPECT_EQ(sets, (std::vector<std::size_t>{0, 1, 1, 0}));
+}
+
+TEST_F(Resimulation, ATemplateThatTurnsAnotherToolsItemStaysInStep)
+{
+    auto amplitude = stage::findToolItem(*tool_, "Amplitude");
+    ASSERT_TRUE(amplitude) << amplitude.reason();
+    const std::string id = std::to_string(amplitude->node->id());
+    ASSERT_TRUE(session->createFromXml(
+        "<RGT><RGT_Plugin><type>Sinusoid</type><name>Wave</name></RGT_Plugin><RGT_Plugin>"
+        "<type>template</type><name>Hand</name><customdata><input><property name=\"Gas\"><finite/>"
+        "</property></input><logic><trigger type=\"property\" id=\"0\"><target id=\"" +
+            id +
+            "\" external=\"Wave\"><parameters><source type=\"property\" id=\"0\"/></parameters>"
+            "<script><mul><parameter>0</parameter><constant>3</constant></mul></script></target>"
+            "</trigger></logic></customdata></RGT_Plugin></RGT>",
+        nullptr));
+    bindAxis(session->tool("Hand")->instance(), "Gas", 0);
+    record(4.0, hand_);
+    core::Instance& wave = session->tool("Wave")->instance();
+    const auto take = keysOf(node(wave, "SinusNode"));
+    ASSERT_FALSE(take.poses[40] == take.poses[80]) << "the wave must swing";
+    set(wave, "Amplitude", 0.0); // as before the take
+    resimulate(0.0, 4.0);
+    EXPECT_EQ(keysOf(node(wave, "SinusNode")), take);
+}
+
 } // namespace
 } // namespace tvw::rgs::tests
