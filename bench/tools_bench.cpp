@@ -1,5 +1,6 @@
 // What one frame of each type of tool costs, alone and among a hundred of its kind.
 #include "adaptor/stage/session.h"
+#include "bench/compare.h"
 #include "core/instance.h"
 #include "core/instance_reference.h"
 #include "plugins/tool_table.h"
@@ -28,25 +29,66 @@ void bind(core::Instance& tool, unidevice::ScriptedDevice& pad)
     }
 }
 
-/// Resimulated frames of n tools of one type whose inputs swing. The time is that of one tool in
-/// one frame; it should be the same for 1 and for 100.
-void tools_per_frame(benchmark::State& state, const std::string& type)
+/// Tools of one type whose inputs swing, with a take behind them.
+class Crowd
 {
-    const auto session = *stage::Session::start({.range = {0.0, kSeconds}, .isolated = true});
-    // The memory of old takes comes back at once, for one tool as for a hundred: else one's would
-    // after 200 takes, and a hundred's never within the measurement.
-    session->stage().undoStack().setLimit(1);
-    constexpr int kAxes = 16;
-    unidevice::ScriptedDevice& pad = session->addDevice("Pad", {.axes = kAxes});
-    for (int i = 0; i < state.range(0); ++i)
-        bind((*session->create(type))->instance(), pad);
-    (void)session->record({.seconds = kSeconds, .beforeFrame = [&](double t) {
-                               for (int i = 0; i < kAxes; ++i)
-                                   pad.set("Axis", i, std::sin((0.7 + 0.31 * i) * t));
-                           }});
+public:
+    Crowd(const std::string& type, std::int64_t count)
+        : session_(*stage::Session::start({.range = {0.0, kSeconds}, .isolated = true}))
+    {
+        // The memory of old takes comes back at once, for one tool as for a hundred: else one's
+        // would after 200 takes, and a hundred's never within the measurement.
+        session_->stage().undoStack().setLimit(1);
+        constexpr int kAxes = 16;
+        unidevice::ScriptedDevice& pad = session_->addDevice("Pad", {.axes = kAxes});
+        for (std::int64_t i = 0; i < count; ++i)
+            bind((*session_->create(type))->instance(), pad);
+        (void)session_->record({.seconds = kSeconds, .beforeFrame = [&](double t) {
+                                    for (int i = 0; i < kAxes; ++i)
+                                        pad.set("Axis", i, std::sin((0.7 + 0.31 * i) * t));
+                                }});
+    }
+    void resimulate() { (void)session_->resimulate(0.0, kSeconds); }
+
+private:
+    std::unique_ptr<stage::Session> session_;
+};
+
+/// Resimulated frames of n tools. The time is that of one tool in one frame.
+void toolsPerFrame(benchmark::State& state, const std::string& type)
+{
+    Crowd crowd(type, state.range(0));
     constexpr auto kFrames = static_cast<benchmark::IterationCount>(kSeconds * 25.0);
     while (state.KeepRunningBatch(kFrames * state.range(0)))
-        (void)session->resimulate(0.0, kSeconds);
+        crowd.resimulate();
+}
+
+/// Processor time of one tool in a pass, the mean of some [ns].
+double nanosecondsOfATool(const std::string& type, int count, int passes)
+{
+    Crowd crowd(type, count);
+    crowd.resimulate(); // its memory is where it will be
+    const std::int64_t taken = tvw::bench::nanosecondsOf([&] {
+        for (int i = 0; i < passes; ++i)
+            crowd.resimulate();
+    });
+    return static_cast<double>(taken) / passes / count;
+}
+
+/// A tool among a hundred of its kind against one alone; it should cost the same. There is one
+/// session at a time, so each is made anew.
+void amongAHundred(benchmark::State& state, const std::string& type)
+{
+    double one = 0.0;
+    double among = 0.0;
+    for ([[maybe_unused]] auto _ : state) {
+        one += nanosecondsOfATool(type, 1, 200);
+        among += nanosecondsOfATool(type, 100, 2);
+    }
+    const auto n = static_cast<double>(state.iterations());
+    state.counters["peer_ns"] = one / n;
+    state.counters["ours_ns"] = among / n;
+    state.counters["ratio"] = among / one;
 }
 
 const bool kRegistered = [] {
@@ -55,10 +97,13 @@ const bool kRegistered = [] {
         const std::string id = plugin->getId();
         plugin->destroy();
         benchmark::RegisterBenchmark(("tools_per_frame/" + id).c_str(),
-                                     [id](benchmark::State& state) { tools_per_frame(state, id); })
+                                     [id](benchmark::State& state) { toolsPerFrame(state, id); })
             ->Arg(1)
             ->Arg(100)
             ->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark(("tool_among_100_vs_one/" + id).c_str(),
+                                     [id](benchmark::State& state) { amongAHundred(state, id); })
+            ->Unit(benchmark::kMillisecond);
     }
     return true;
 }();

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace tvw::rgs::core {
@@ -321,16 +322,31 @@ std::int32_t RecordManager::firstFrameBehind(double from, double step) const
 
 bool RecordManager::resimulateSlice(std::int64_t budgetMs)
 {
+    const std::int64_t began = clock_.elapsedMs();
+    return resimulateUntil([&] { return clock_.elapsedMs() > began + budgetMs; },
+                           std::numeric_limits<std::int32_t>::max());
+}
+
+bool RecordManager::resimulateFrames(std::int32_t count)
+{
+    const std::int32_t stop = frame_ + count;
+    blockFrames_ = kMostInBlock;
+    return resimulateUntil([&] { return frame_ >= stop; }, stop);
+}
+
+/// stop: a frame before which it rests.
+template <class F>
+bool RecordManager::resimulateUntil(F&& isEnough, std::int32_t stop)
+{
     if (!resimulating_)
         return true;
-    const std::int64_t began = clock_.elapsedMs();
     const double step = adaptor()->getFrameDuration();
     order_.arrange(instances_); // between two slices the user may do what he likes
     while (isBeforeEnd(progress_.time)) {
         progress_.fraction = (progress_.time - start_) / (end_ - start_);
-        if (clock_.elapsedMs() > began + budgetMs)
+        if (isEnough())
             return false;
-        resimulateBlock(step);
+        resimulateBlock(stop, step);
     }
     progress_.fraction = 1.0;
     finishResimulation();
@@ -344,18 +360,17 @@ bool RecordManager::isBeforeEnd(double time) const
 }
 
 /// As many frames as pay, and as few as keep a slice near its budget.
-void RecordManager::resimulateBlock(double step)
+void RecordManager::resimulateBlock(std::int32_t stop, double step)
 {
-    constexpr std::int32_t kMostFrames = 64; // more gain nothing
-    constexpr std::int64_t kLong = 20;       // [ms]
+    constexpr std::int64_t kLong = 20; // [ms]
     std::int32_t count = 1;
-    while (count < blockFrames_ && isBeforeEnd((frame_ + count) * step))
+    while (count < blockFrames_ && frame_ + count < stop && isBeforeEnd((frame_ + count) * step))
         ++count;
     const std::int64_t began = clock_.elapsedMs();
     order_.tick(frame_, count, step);
     const std::int64_t taken = clock_.elapsedMs() - began;
     if (taken < kLong / 2)
-        blockFrames_ = std::min(2 * blockFrames_, kMostFrames);
+        blockFrames_ = std::min(4 * blockFrames_, kMostInBlock);
     else if (taken > kLong)
         blockFrames_ = std::max(blockFrames_ / 2, 1);
     frame_ += count;

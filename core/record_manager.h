@@ -66,6 +66,9 @@ public:
     /// Frames until they are done (true, and the resimulation is over) or `budgetMs` have gone.
     bool resimulateSlice(std::int64_t budgetMs);
 
+    /// As many frames, for whoever has no clock that runs: true when it is over.
+    bool resimulateFrames(std::int32_t count);
+
     /// Ends it where it is: the keys so far stand.
     void finishResimulation();
     const ResimulationProgress& progress() const { return progress_; }
@@ -102,13 +105,16 @@ private:
     bool growRange();
     void showCountdown();
     std::int32_t firstFrameBehind(double from, double step) const;
-    void resimulateBlock(double step);
+    template <class F>
+    bool resimulateUntil(F&& isEnough, std::int32_t stop);
+    void resimulateBlock(std::int32_t stop, double step);
     bool isBeforeEnd(double time) const;
     bool onKey(std::int32_t key, bool isDown, unsigned modifiers);
     void stopInstances();
 
     static constexpr std::int32_t kRunTimer = 123;
     static constexpr int kMostFramesPerEvent = 3;
+    static constexpr std::int32_t kMostInBlock = 256; ///< [frames]; more gain nothing
 
     Clock& clock_;
     KeyHook keyHook_;

@@ -92,7 +92,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kRows = 64;
+    static constexpr std::size_t kRows = 32;
 
     struct Column
     {

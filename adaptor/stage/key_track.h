@@ -144,7 +144,10 @@ public:
             append(time, value);
         } else {
             const Place place = seek(time);
-            if (keyAt(place).time == time) {
+            if (const Key& present = keyAt(place); present.time == time) {
+                // A run lays its start on a key that mostly says the same: no block is copied.
+                if (std::memcmp(&present.value, &value, sizeof(T)) == 0)
+                    return;
                 writable(place.block)->keys()[place.key].value = value;
                 refreshEnd(); // the last block may be a copy now
             } else {

@@ -252,12 +252,17 @@ Status Session::resimulate(double from, double to, const Progress& progress)
 {
     if (!std::isfinite(from) || !std::isfinite(to))
         return Status::failure("the stretch to resimulate must be given in seconds");
-    constexpr std::int64_t kSliceMs = 500;
     core::RecordManager& records = core().records();
     if (records.startResimulation(from, to) != 0)
         return Status::failure("a run is on");
     const RunGuard guard(records);
-    while (!records.resimulateSlice(progress ? kSliceMs / 10 : kSliceMs)) {
+    // The virtual clock stands still in a pass: its slices are so many frames.
+    constexpr double kSlices = 100.0;
+    constexpr double kLeast = 16.0, kMost = 1e6; // [frames]
+    const double slice =
+        progress ? std::clamp((to - from) * stage_.getFramesPerSecond() / kSlices, kLeast, kMost)
+                 : kMost;
+    while (!records.resimulateFrames(static_cast<std::int32_t>(slice))) {
         if (progress)
             progress(records.progress().fraction);
     }

@@ -286,6 +286,8 @@ void StageNode::deleteKeysBehind(double time)
 
 void StageNode::deleteLensKeysBehind(double time)
 {
+    if (!hasLens())
+        return;
     cutBehind(fov_, time);
     cutBehind(targetDistance_, time);
     touch();

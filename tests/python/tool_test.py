@@ -169,6 +169,8 @@ class Runs(StageCase):
         self.stage.record(1.0)
         heard = []
         self.stage.resimulate(0, 1, heard.append)
+        self.assertGreater(len(heard), 1)
+        self.assertEqual(heard, sorted(set(heard)))
         self.assertEqual(heard[-1], 1.0)
         self.assertEqual(self.stage.time_scale, 2)
         with self.assertRaises(ValueError):
