@@ -218,31 +218,11 @@ BENCHMARK(carModes)
     ->ArgsProduct({{10, 100}, {316}, {kHost, kTree, kBullet}})
     ->Unit(benchmark::kMillisecond);
 
-/// Processor time of a pass of one car, the mean of some [ns].
-double nanosecondsOfACar(int count, int passes)
-{
-    Cars cars(count, 316, kHost);
-    cars.resimulate(); // its memory is where it will be
-    const std::int64_t taken = tvw::bench::nanosecondsOf([&] {
-        for (int i = 0; i < passes; ++i)
-            cars.resimulate();
-    });
-    return static_cast<double>(taken) / passes / count;
-}
-
-/// A car among a hundred against one alone. There is one session at a time, so each is made anew.
+/// A car among a hundred against one alone.
 void carAmongAHundredAgainstOne(benchmark::State& state)
 {
-    double one = 0.0;
-    double among = 0.0;
-    for ([[maybe_unused]] auto _ : state) {
-        one += nanosecondsOfACar(1, 150);
-        among += nanosecondsOfACar(100, 2);
-    }
-    const auto n = static_cast<double>(state.iterations());
-    state.counters["peer_ns"] = one / n;
-    state.counters["ours_ns"] = among / n;
-    state.counters["ratio"] = among / one;
+    tvw::bench::compareAmong(
+        state, 100, [](int count) { return std::make_unique<Cars>(count, 316, kHost); });
 }
 BENCHMARK(carAmongAHundredAgainstOne)->Name("car_among_100_vs_one")->Unit(benchmark::kMillisecond);
 

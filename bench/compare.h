@@ -54,4 +54,31 @@ void compare(benchmark::State& state, Peer&& peer, Ours&& ours)
     state.counters["ratio"] = static_cast<double>(oursTotal) / static_cast<double>(peerTotal);
 }
 
+/// One of a crowd of `count` against one alone, where only one session can stand at a time: each is
+/// made anew by `make(count)`, a pointer to something with `resimulate`. peer_ns, ours_ns: of one
+/// member in one pass.
+template <class Make>
+void compareAmong(benchmark::State& state, int count, Make&& make)
+{
+    const auto costOfOne = [&](int members, int passes) {
+        const auto crowd = make(members);
+        crowd->resimulate(); // its memory is where it will be
+        const std::int64_t taken = nanosecondsOf([&] {
+            for (int i = 0; i < passes; ++i)
+                crowd->resimulate();
+        });
+        return static_cast<double>(taken) / passes / members;
+    };
+    double alone = 0.0;
+    double among = 0.0;
+    for ([[maybe_unused]] auto _ : state) {
+        alone += costOfOne(1, 2 * count);
+        among += costOfOne(count, 2);
+    }
+    const auto n = static_cast<double>(state.iterations());
+    state.counters["peer_ns"] = alone / n;
+    state.counters["ours_ns"] = among / n;
+    state.counters["ratio"] = among / alone;
+}
+
 } // namespace tvw::bench

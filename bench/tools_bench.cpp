@@ -63,32 +63,11 @@ void toolsPerFrame(benchmark::State& state, const std::string& type)
         crowd.resimulate();
 }
 
-/// Processor time of one tool in a pass, the mean of some [ns].
-double nanosecondsOfATool(const std::string& type, int count, int passes)
-{
-    Crowd crowd(type, count);
-    crowd.resimulate(); // its memory is where it will be
-    const std::int64_t taken = tvw::bench::nanosecondsOf([&] {
-        for (int i = 0; i < passes; ++i)
-            crowd.resimulate();
-    });
-    return static_cast<double>(taken) / passes / count;
-}
-
-/// A tool among a hundred of its kind against one alone; it should cost the same. There is one
-/// session at a time, so each is made anew.
+/// A tool among a hundred of its kind against one alone; it should cost the same.
 void amongAHundred(benchmark::State& state, const std::string& type)
 {
-    double one = 0.0;
-    double among = 0.0;
-    for ([[maybe_unused]] auto _ : state) {
-        one += nanosecondsOfATool(type, 1, 200);
-        among += nanosecondsOfATool(type, 100, 2);
-    }
-    const auto n = static_cast<double>(state.iterations());
-    state.counters["peer_ns"] = one / n;
-    state.counters["ours_ns"] = among / n;
-    state.counters["ratio"] = among / one;
+    tvw::bench::compareAmong(
+        state, 100, [&](int count) { return std::make_unique<Crowd>(type, count); });
 }
 
 const bool kRegistered = [] {

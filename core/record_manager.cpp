@@ -342,7 +342,7 @@ bool RecordManager::resimulateUntil(F&& isEnough, std::int32_t stop)
         return true;
     const double step = adaptor()->getFrameDuration();
     order_.arrange(instances_); // between two slices the user may do what he likes
-    while (isBeforeEnd(progress_.time)) {
+    while (resimulating_ && isBeforeEnd(progress_.time)) { // a tool's act may end it
         progress_.fraction = (progress_.time - start_) / (end_ - start_);
         if (isEnough())
             return false;

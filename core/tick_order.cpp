@@ -42,6 +42,8 @@ void TickOrder::tick(std::int32_t first, std::int32_t count, double step) const
 {
     for (const std::vector<Instance*>& set : sets_) {
         for (std::int32_t frame = first; frame < first + count; ++frame) {
+            if (!CoreImplementation::instance().isResimulating())
+                return; // a tool's act has ended the pass: its tools are stopped
             for (Instance* const instance : set)
                 instance->tick(frame * step);
         }
